@@ -1,0 +1,47 @@
+// Pen: width in device units, colour and line style of a stroke. Width 0 is the thinnest line, which
+// every surface strokes as width 1.
+#pragma once
+
+#include "tavi/canvas/color.h"
+
+namespace Tavi {
+
+class Pen
+{
+public:
+    enum LineStyle { solid = 0, dashed = 1, dotted = 2 };
+
+    Pen(long width = 0, Color const &color = Color::black, LineStyle style = solid)
+        : width_(width), color_(color), style_(style)
+    {
+    }
+
+    long width() const { return width_; }
+    void width(long w) { width_ = w; }
+    Color const &color() const { return color_; }
+    void color(Color const &c) { color_ = c; }
+    LineStyle style() const { return style_; }
+    void style(LineStyle s) { style_ = s; }
+
+private:
+    long width_;
+    Color color_;
+    LineStyle style_;
+};
+
+inline bool operator==(Pen const &a, Pen const &b)
+{
+    return a.width() == b.width() && a.color() == b.color() && a.style() == b.style();
+}
+inline bool operator!=(Pen const &a, Pen const &b) { return !(a == b); }
+// By width, then colour, then style.
+inline bool operator<(Pen const &a, Pen const &b)
+{
+    if (a.width() != b.width())
+        return a.width() < b.width();
+    if (a.color() != b.color())
+        return a.color() < b.color();
+    return a.style() < b.style();
+}
+
+}  // namespace Tavi
