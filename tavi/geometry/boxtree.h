@@ -157,6 +157,8 @@ public:
     bool updateBoundingBox(MathNodeContext &context);
 
 private:
+    bool layOutLinearly(long fontAscent, long fontDescent);
+
     std::vector<BoxTree *> children_;
 };
 
