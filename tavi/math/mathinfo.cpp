@@ -2,6 +2,8 @@
 // layouts set and restore on the way down.
 #include "tavi/math/mathinfo.h"
 
+#include <algorithm>
+
 namespace Tavi {
 
 namespace {
@@ -26,28 +28,42 @@ int const class_slot[5] = {1, 0, 2, 3, 4};
 long const default_multiplier = 71;
 long const default_scriptminsize = 160;
 
+// Multipliers beyond this (in percent) are taken as this, so that the factors of deep levels cannot
+// overflow; it is also where a growing factor stops (a size far beyond any font).
+long const factor_cap = 1000000000L;
+
 }  // namespace
 
-MathInfo::MathInfo(MathStyle *style)
+MathInfo::Settings::Settings()
+    : font(text_family, 240, false, false),
+      color(Color::black),
+      scriptlevel(0),
+      displaystyle(true),
+      slanted_identifiers(true),
+      wrap_lines(true),
+      scriptminsize(default_scriptminsize),
+      scriptsizemultiplier(default_multiplier)
+{
+}
+
+MathInfo::MathInfo(MathStyle *style) : MathInfo(style, read_style(style)) {}
+
+MathInfo::MathInfo(MathStyle *style, Settings const &settings)
     : math_node_(nullptr),
       child_index_(0),
       style_(style),
-      fonts_{Font(text_family, 240, false, false), Font(text_family, 240, false, false),
-             Font(symbol_family, 240, false, false), Font(extension_family, 240, false, false),
-             Font(open_face_family, 240, false, false)},
-      color_(Color::black),
-      scriptlevel_(0),
+      fonts_{settings.font, settings.font, Font(symbol_family, 240, false, false),
+             Font(extension_family, 240, false, false), Font(open_face_family, 240, false, false)},
+      color_(settings.color),
+      scriptlevel_(settings.scriptlevel),
       caret_pos_(-1),
-      displaystyle_(true),
-      slanted_identifiers_(true),
-      wrap_lines_(true),
+      displaystyle_(settings.displaystyle),
+      slanted_identifiers_(settings.slanted_identifiers),
+      wrap_lines_(settings.wrap_lines),
       in_selection_(false),
-      scriptminsize_(default_scriptminsize),
+      scriptminsize_(settings.scriptminsize),
       multipliers_{}
 {
-    long multiplier = default_multiplier;
-    read_style(multiplier);
-
     // The symbol font follows the text font's weight, and every other class its size.
     Font const &text = fonts_[slot(MathString::f_text)];
     fonts_[slot(MathString::f_symbol)].bold(text.bold());
@@ -56,6 +72,7 @@ MathInfo::MathInfo(MathStyle *style)
 
     // Percent per level: level 1 is the multiplier, each further level the one before times the
     // multiplier / 100, truncated (71 gives 71, 50, 35, 24, 17).
+    long const multiplier = std::min(settings.scriptsizemultiplier, factor_cap);
     multipliers_[0] = multiplier;
     for (int i = 1; i < 5; ++i)
         multipliers_[i] = multipliers_[i - 1] * multiplier / 100;
@@ -63,15 +80,16 @@ MathInfo::MathInfo(MathStyle *style)
 
 MathInfo::~MathInfo() = default;
 
-// TODO: read the attributes when MathStyle comes: merge "font" (id 1) into the fonts of classes 1 and 0,
-// and take "text-color", "scriptlevel", "displaystyle", "slanted-identifiers", "wrap-lines",
-// "scriptminsize" and "scriptsizemultiplier" (into `multiplier`), each keeping its default when the style
-// does not answer. Until then every MathInfo has the defaults.
-void MathInfo::read_style(long &multiplier)
+// TODO: read the attributes when MathStyle comes: "font" (id 1) replaces the text font, and
+// "text-color", "scriptlevel", "displaystyle", "slanted-identifiers", "wrap-lines", "scriptminsize"
+// and "scriptsizemultiplier" each replace their default when the style answers. Until then every
+// style gives the defaults.
+MathInfo::Settings MathInfo::read_style(MathStyle *style)
 {
-    if (style_ == nullptr)
-        return;
-    (void)multiplier;
+    Settings settings;
+    if (style == nullptr)
+        return settings;
+    return settings;
 }
 
 int MathInfo::slot(MathString::Font cls)
@@ -122,10 +140,8 @@ void MathInfo::italic_fontstyle(bool italic)
 namespace {
 
 // One step of the factor of a deep script level: factor * step / 100, truncated. Once a step changes
-// nothing the rest would not either, and a growing factor stops at factor_cap (a size far beyond any
-// font), so absurd levels neither overflow nor take long.
-long const factor_cap = 1000000000L;
-
+// nothing the rest would not either, and a growing factor stops at factor_cap, so absurd levels neither
+// overflow nor take long.
 long repeat_factor(long factor, long step, long times)
 {
     for (long i = 0; i < times; ++i) {

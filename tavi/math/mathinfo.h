@@ -16,9 +16,25 @@ class MathStyle;
 class MathInfo
 {
 public:
-    // A null style gives the defaults: Times New Roman 240 twips, black, level 0, display style,
-    // slanted identifiers, wrapped lines, scriptminsize 160, scriptsizemultiplier 71.
+    // The values a MathInfo takes from its style. The defaults are those of a missing style.
+    struct Settings
+    {
+        Settings();
+
+        Font font;                  // "font": the text font, of classes 1 and 0 (Times New Roman 240)
+        Color color;                // "text-color" (black)
+        long scriptlevel;           // "scriptlevel" (0)
+        bool displaystyle;          // "displaystyle" (true)
+        bool slanted_identifiers;   // "slanted-identifiers" (true)
+        bool wrap_lines;            // "wrap-lines" (true)
+        long scriptminsize;         // "scriptminsize", twips (160)
+        long scriptsizemultiplier;  // "scriptsizemultiplier", percent per level (71)
+    };
+
+    // Reads the style; a null style gives the defaults of Settings.
     explicit MathInfo(MathStyle *style);
+    // Takes the given values instead of reading the style, which is only kept.
+    MathInfo(MathStyle *style, Settings const &settings);
     MathInfo(MathInfo const &) = default;
     MathInfo &operator=(MathInfo const &) = default;
     virtual ~MathInfo();
@@ -66,8 +82,8 @@ public:
 
 private:
     static int slot(MathString::Font cls);
-    // Reads the style's attributes over the defaults; sets multiplier to its "scriptsizemultiplier".
-    void read_style(long &multiplier);
+    // The one place where the style's attributes are read.
+    static Settings read_style(MathStyle *style);
 
     MathNode *math_node_;
     long child_index_;

@@ -8,6 +8,11 @@ MathNodeContext::MathNodeContext(GlyphContext const &context, MathStyle *style)
 {
 }
 
+MathNodeContext::MathNodeContext(GlyphContext const &context, MathStyle *style, Settings const &settings)
+    : GlyphContext(context), MathInfo(style, settings)
+{
+}
+
 MathNodeContext::~MathNodeContext() = default;
 
 MathNodeContext *MathNodeContext::clone() const { return new MathNodeContext(*this); }

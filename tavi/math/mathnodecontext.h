@@ -11,6 +11,8 @@ class MathNodeContext : public GlyphContext, public MathInfo
 {
 public:
     MathNodeContext(GlyphContext const &context, MathStyle *style);
+    // With the given values instead of those of the style (see MathInfo::Settings).
+    MathNodeContext(GlyphContext const &context, MathStyle *style, Settings const &settings);
     MathNodeContext(MathNodeContext const &) = default;
     MathNodeContext &operator=(MathNodeContext const &) = default;
     ~MathNodeContext() override;
