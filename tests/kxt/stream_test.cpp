@@ -1,0 +1,149 @@
+// Memory streams: reading in blocks, fixed and growing buffers, and the std::ostream adapter.
+#include "tavi/kxt/stdstream.h"
+#include "tavi/kxt/stream.h"
+#include "tavi/kxt/xmltext.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Kxt::KTheapStream;
+using Kxt::KTmemoryStream;
+using Kxt::KTstream;
+
+std::string held(KTmemoryStream const &stream)
+{
+    return std::string(reinterpret_cast<char const *>(stream.data()), stream.length());
+}
+
+TEST(MemoryStream, ReadsInBlocksUntilTheEnd)
+{
+    std::string const text = "hello world";  // 11 bytes: blocks of 4, 4, 3, then nothing
+    KTmemoryStream stream(text.data(), text.size());
+    std::vector<std::size_t> const counts = {4, 4, 3, 0, 0};
+    std::string read;
+    for (std::size_t expected : counts) {
+        char block[4];
+        std::size_t count = 99;
+        EXPECT_EQ(stream.read(block, sizeof block, count), KTstream::Ok);
+        EXPECT_EQ(count, expected);
+        read.append(block, count);
+    }
+    EXPECT_EQ(read, text);
+
+    std::size_t count = 99;
+    EXPECT_EQ(stream.write("x", 1, count), KTstream::ReadOnly);
+    EXPECT_EQ(count, 0u);
+    EXPECT_EQ(held(stream), text);
+}
+
+TEST(MemoryStream, FixedBufferFillsUpAndOverwritesAfterRewind)
+{
+    char buffer[8];
+    KTmemoryStream stream(buffer, sizeof buffer, 0);
+    std::size_t count = 0;
+    EXPECT_EQ(stream.write("abcde", 5, count), Kxt::KTstream_Ok);
+    EXPECT_EQ(count, 5u);
+    // 3 bytes of room are left for 5
+    EXPECT_EQ(stream.write("fghij", 5, count), KTstream::NoSpace);
+    EXPECT_EQ(count, 3u);
+    EXPECT_EQ(held(stream), "abcdefgh");
+
+    stream.rewind();
+    EXPECT_EQ(stream.write("XY", 2, count), KTstream::Ok);
+    EXPECT_EQ(held(stream), "XYcdefgh");  // rewriting the start keeps the rest
+    char rest[16];
+    EXPECT_EQ(stream.read(rest, sizeof rest, count), KTstream::Ok);
+    EXPECT_EQ(std::string(rest, count), "cdefgh");
+
+    KTmemoryStream nothing;
+    EXPECT_EQ(nothing.write("a", 1, count), KTstream::NoSpace);
+    EXPECT_EQ(count, 0u);
+}
+
+TEST(HeapStream, GrowsAcrossManyBlocks)
+{
+    struct Case {
+        std::size_t block, growth, chunk, total;
+        std::size_t capacity;  // the smallest block + k * growth, or doubling, that holds total
+    };
+    std::vector<Case> const cases = {
+        {512, 512, 100, 1300, 1536},  // 512 + 2 * 512
+        {16, 8, 7, 1000, 1000},       // 16 + 123 * 8
+        {3, 7, 5, 50, 52},            // 3 + 7 * 7
+        {10, 0, 3, 100, 160},         // 10, 20, 40, 80, 160
+        {0, 0, 1, 100, 128},          // 1, 2, 4, ..., 128
+        {64, 64, 640, 640, 640},      // one write of many steps: 64 + 9 * 64
+    };
+    for (Case const &c : cases) {
+        SCOPED_TRACE(testing::Message() << "block " << c.block << ", growth " << c.growth);
+        KTheapStream stream(c.block, c.growth);
+        EXPECT_EQ(stream.capacity(), c.block);
+        std::vector<unsigned char> bytes(c.total);
+        for (std::size_t i = 0; i < bytes.size(); ++i)
+            bytes[i] = static_cast<unsigned char>(i % 251 + 1);
+        for (std::size_t at = 0; at < c.total; at += c.chunk) {
+            std::size_t const size = std::min(c.chunk, c.total - at);
+            std::size_t count = 0;
+            ASSERT_EQ(stream.write(&bytes[at], size, count), KTstream::Ok);
+            ASSERT_EQ(count, size);
+        }
+        EXPECT_EQ(stream.capacity(), c.capacity);
+        ASSERT_EQ(stream.length(), c.total);
+        EXPECT_EQ(std::memcmp(stream.data(), bytes.data(), c.total), 0);
+        // two zero bytes always follow the data
+        EXPECT_EQ(stream.data()[c.total], 0);
+        EXPECT_EQ(stream.data()[c.total + 1], 0);
+
+        // Read back the way the setup file is read: blocks of 512, the short one last.
+        stream.rewind();
+        std::vector<unsigned char> read;
+        for (;;) {
+            unsigned char block[512];
+            std::size_t count = 0;
+            ASSERT_EQ(stream.read(block, sizeof block, count), KTstream::Ok);
+            read.insert(read.end(), block, block + count);
+            if (count < sizeof block)
+                break;
+        }
+        EXPECT_EQ(read, bytes);
+    }
+}
+
+TEST(HeapStream, DataReadsAsTerminatedWideText)
+{
+    // "12" with one byte of its terminator: (2 + 1) * 2 - 1 = 5 bytes; the heap stream's own
+    // zeros complete the terminator.
+    KTheapStream stream(512, 512);
+    std::u16string const text = u"12";
+    std::size_t count = 0;
+    ASSERT_EQ(stream.write(text.c_str(), (text.size() + 1) * 2 - 1, count), KTstream::Ok);
+    EXPECT_EQ(stream.length(), 5u);
+    stream.rewind();
+    auto const *units = reinterpret_cast<Kxt::wchar const *>(stream.data());
+    EXPECT_EQ(std::u16string(units), text);
+}
+
+TEST(StdStream, WritesThroughWithoutFlush)
+{
+    KTheapStream target(4, 4);
+    Kxt::KTstreamStdStream out(target);
+    EXPECT_TRUE(out.good());
+    out << "x=" << 42 << ' ' << u"\x00E9";
+    // no flush: every byte is in the stream already ("\xC3\xA9" is U+00E9 in UTF-8)
+    EXPECT_EQ(held(target), "x=42 \xC3\xA9");
+    EXPECT_TRUE(out.good());
+
+    char buffer[4];
+    KTmemoryStream small(buffer, sizeof buffer, 0);
+    Kxt::KTstreamStdStream full(small);
+    full << "abcdef";
+    EXPECT_TRUE(full.bad());
+    EXPECT_EQ(held(small), "abcd");
+}
+
+}  // namespace

@@ -1,0 +1,121 @@
+// Writing wide text into XML as UTF-8 character data, and narrowed without escaping.
+#include "tavi/kxt/utf.h"
+#include "tavi/kxt/xmlparser.h"
+#include "tavi/kxt/xmltext.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <sstream>
+#include <string>
+#include <vector>
+
+// A Tavi operator of its own, as library code will declare them: the wide-string operator
+// must still be found next to it from inside namespace Tavi.
+namespace Tavi {
+struct KxtLookupProbe {
+};
+std::ostream &operator<<(std::ostream &out, KxtLookupProbe) { return out << "probe"; }
+
+std::string narrow_inside_tavi(wchar const *text)
+{
+    std::ostringstream out;
+    out << KxtLookupProbe() << ':' << text;
+    return out.str();
+}
+}  // namespace Tavi
+
+namespace {
+
+struct Written {
+    char const *name;
+    Kxt::wchar const *text;
+    std::string cdata;    // putCData
+    std::string narrow;   // operator<<
+};
+
+// U+FFFD is EF BF BD in UTF-8; U+1F600 is F0 9F 98 80 (see utf_test); U+00E9 is C3 A9,
+// U+20AC is E2 82 AC, U+0085 is C2 85.
+std::vector<Written> const written = {
+    {"plain", u"plain", "plain", "plain"},
+    {"ampersand", u"a&b", "a&amp;b", "a&b"},
+    {"angle brackets", u"<tag>", "&lt;tag&gt;", "<tag>"},
+    {"quotes", u"\"q\" 'a'", "&quot;q&quot; &apos;a&apos;", "\"q\" 'a'"},
+    {"tab, line feed, carriage return", u"t\tl\nc\r", "t&#9;l&#10;c&#13;", "t\tl\nc\r"},
+    {"controls XML cannot carry", u"\x01\x08\x0B\x0C\x1F",
+     "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD", "\x01\x08\x0B\x0C\x1F"},
+    {"controls XML allows", u"\x7F\x0085", "\x7F\xC2\x85", "\x7F\xC2\x85"},
+    {"non-characters FFFE and FFFF", u"\xFFFE\xFFFF", "\xEF\xBF\xBD\xEF\xBF\xBD", "\xEF\xBF\xBE\xEF\xBF\xBF"},
+    {"outside the BMP", u"\xD83D\xDE00", "\xF0\x9F\x98\x80", "\xF0\x9F\x98\x80"},
+    {"lone high surrogate", u"\xD800x", "\xEF\xBF\xBDx", "\xEF\xBF\xBDx"},
+    {"lone low surrogate", u"x\xDC00", "x\xEF\xBF\xBD", "x\xEF\xBF\xBD"},
+    {"two and three bytes", u"\x00E9\x20AC", "\xC3\xA9\xE2\x82\xAC", "\xC3\xA9\xE2\x82\xAC"},
+    {"empty", u"", "", ""},
+    {"null", nullptr, "", ""},
+};
+
+TEST(XmlText, CDataAndNarrowOutput)
+{
+    for (Written const &w : written) {
+        SCOPED_TRACE(w.name);
+        std::ostringstream cdata;
+        Kxt::putCData(cdata, w.text);
+        EXPECT_EQ(cdata.str(), w.cdata);
+        std::ostringstream narrow;
+        narrow << w.text;
+        EXPECT_EQ(narrow.str(), w.narrow);
+    }
+    EXPECT_EQ(Tavi::narrow_inside_tavi(u"\x00E9"), "probe:\xC3\xA9");
+}
+
+// Takes the one attribute and the text of a one-element document.
+class TextCollector : public Kxt::Xml::Handler {
+public:
+    bool elementName(char const *, char const *name, int &ns, int &id) override
+    {
+        ns = 0;
+        id = 1;
+        return std::strcmp(name, "e") == 0;
+    }
+    bool attributeName(char const *, char const *name, int &ns, int &id) override
+    {
+        ns = 0;
+        id = 2;
+        return std::strcmp(name, "a") == 0;
+    }
+    void startElement(int, int, std::vector<Kxt::Xml::Attribute> &attributes) override
+    {
+        if (auto const *a = Kxt::Xml::findAttribute(attributes, 2))
+            attribute = a->value;
+    }
+    void endElement(int, int) override {}
+    void characterData(char const *data, int length) override { text.append(data, length); }
+
+    std::string attribute, text;
+};
+
+TEST(XmlText, CDataReadsBackTheSameInContentAndAttributes)
+{
+    // Markup characters and the three whitespace controls come back as they were; what XML
+    // cannot carry comes back as U+FFFD.
+    std::u16string const input = u"a&b<c>d\"e'f\tg\nh\ri\x01j\xFFFEk\xD83D\xDE00l\xDC00m";
+    std::u16string const expected = u"a&b<c>d\"e'f\tg\nh\ri\xFFFDj\xFFFDk\xD83D\xDE00l\xFFFDm";
+    for (char const *quote : {"\"", "'"}) {
+        SCOPED_TRACE(quote);
+        std::ostringstream document;
+        document << "<e a=" << quote;
+        Kxt::putCData(document, input.c_str());
+        document << quote << '>';
+        Kxt::putCData(document, input.c_str());
+        document << "</e>";
+
+        TextCollector collector;
+        Kxt::Xml::Parser parser(&collector, false, nullptr);
+        std::string const text = document.str();
+        ASSERT_TRUE(parser.parse(text.data(), static_cast<int>(text.size()), true)) << parser.errorString();
+        EXPECT_EQ(Kxt::to_ustring(collector.attribute), expected);
+        EXPECT_EQ(Kxt::to_ustring(collector.text), expected);
+    }
+}
+
+}  // namespace
