@@ -1,0 +1,1167 @@
+// Qt_Canvas: measuring with QFontMetrics and drawing with a QPainter, in device pixels.
+#include "tavi/qt/qt_canvas.h"
+
+#include "tavi/geometry/rounding.h"
+#include "tavi/qt/cp1252_table.h"
+#include "tavi/qt/symbol_tables.h"
+
+#include <QBrush>
+#include <QColor>
+#include <QFont>
+#include <QFontMetrics>
+#include <QLine>
+#include <QLineF>
+#include <QPaintDevice>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QPolygon>
+#include <QPolygonF>
+#include <QRect>
+#include <QRectF>
+#include <QTransform>
+
+#include <algorithm>
+#include <cmath>
+
+namespace Tavi {
+
+namespace {
+
+long const empty_metric = 0x7fffffff;
+
+// A run wider than this many pixels is drawn in parts: some painters lose text whose coordinates
+// run past the 16-bit range.
+int const longest_text_run = 30000;
+
+QColor qcolor(Color const &c) { return QColor(c.red(), c.green(), c.blue(), c.alpha()); }
+
+// The Qt brush style of each fill style, by its number; a number outside the table fills solid.
+Qt::BrushStyle const brush_styles[] = {
+    Qt::SolidPattern,      // solid
+    Qt::HorPattern,        // horizontal
+    Qt::VerPattern,        // vertical
+    Qt::BDiagPattern,      // diagonal
+    Qt::FDiagPattern,      // back_diagonal
+    Qt::CrossPattern,      // cross
+    Qt::DiagCrossPattern,  // diagonal_cross
+};
+
+Qt::BrushStyle qt_brush_style(Brush::FillStyle style)
+{
+    int const n = static_cast<int>(style);
+    if (n < 0 || n >= static_cast<int>(sizeof brush_styles / sizeof brush_styles[0]))
+        return Qt::SolidPattern;
+    return brush_styles[n];
+}
+
+QBrush qbrush(Brush const &b) { return QBrush(qcolor(b.color()), qt_brush_style(b.fill_style())); }
+
+// The family names of the symbol fonts whose encodings are known, in the order they are tried.
+struct SymbolFamily
+{
+    char const *name;
+    Qt_Canvas::SymbolKind kind;
+};
+
+SymbolFamily const symbol_families[] = {
+    {"Symbol", Qt_Canvas::symbol_adobe},
+    {"KMT Math Ext", Qt_Canvas::symbol_kmt_math_ext},
+    {"OpenSymbol", Qt_Canvas::symbol_open_symbol},
+    {"Standard Symbols L", Qt_Canvas::symbol_standard_symbols},
+};
+
+bool same_name(wchar const *wide, char const *narrow)
+{
+    for (; *narrow != '\0'; ++wide, ++narrow) {
+        if (*wide != static_cast<wchar>(static_cast<unsigned char>(*narrow)))
+            return false;
+    }
+    return *wide == 0;
+}
+
+// A rectangle of the canvas as Qt's integral rectangle: the right and bottom edges of a Rect lie just
+// outside it, so the last pixel column is left + width - 1.
+QRect qrect(Rect const &r, Point const &offset)
+{
+    return QRect(QPoint(r.left() + offset.x, r.top() + offset.y),
+                 QPoint(r.left() + r.width() - 1 + offset.x, r.top() + r.height() - 1 + offset.y));
+}
+
+QRectF qrectf(RectF const &r, PointF const &offset)
+{
+    return QRectF(r.left() + offset.x, r.top() + offset.y, r.width(), r.height());
+}
+
+QPolygon qpolygon(Point const *points, std::size_t count, Point const &offset, bool closed)
+{
+    QPolygon polygon;
+    polygon.reserve(static_cast<int>(count + (closed ? 1 : 0)));
+    for (std::size_t i = 0; i < count; ++i)
+        polygon.append(QPoint(points[i].x + offset.x, points[i].y + offset.y));
+    if (closed)
+        polygon.append(QPoint(points[0].x + offset.x, points[0].y + offset.y));
+    return polygon;
+}
+
+QPolygonF qpolygonf(PointF const *points, std::size_t count, PointF const &offset, bool closed)
+{
+    QPolygonF polygon;
+    polygon.reserve(static_cast<int>(count + (closed ? 1 : 0)));
+    for (std::size_t i = 0; i < count; ++i)
+        polygon.append(QPointF(points[i].x + offset.x, points[i].y + offset.y));
+    if (closed)
+        polygon.append(QPointF(points[0].x + offset.x, points[0].y + offset.y));
+    return polygon;
+}
+
+bool is_black(Brush const &b) { return b.color() == Color::black; }
+
+}  // namespace
+
+// ---------------------------------------------------------------------------------------------------
+// Construction
+
+Qt_Canvas::Qt_Canvas(Extension const &extension)
+    : painter_(nullptr),
+      text_pen_(Qt::black),
+      damage_(0, 0, extension.bottom() - extension.top(), extension.right() - extension.left()),
+      font_(),
+      char_set_(cs_unicode),
+      angle_(0),
+      symbol_kind_(symbol_adobe),
+      pen_(0, Color::black, Pen::solid),
+      brush_(Brush::solid, Color::black),
+      text_color_(Color::black),
+      background_(Color::white),
+      ascent_(empty_metric),
+      descent_(0),
+      leading_(0),
+      ex_(empty_metric),
+      X_height_(0),
+      translation_(0, 0),
+      translation_f_(0.0, 0.0),
+      draw_offset_(0, 0),
+      draw_offset_f_(0.0, 0.0),
+      dpi_x_(0),
+      dpi_y_(0),
+      clip_(),
+      clipping_(false),
+      printing_(false),
+      inherit_aliasing_(false)
+{
+}
+
+Qt_Canvas::Qt_Canvas(QPainter *painter, Extension const &extension) : Qt_Canvas(extension)
+{
+    painter_ = painter;
+    init(extension);
+    init_font();
+}
+
+// The event's rectangle is inclusive in Qt; the damage keeps its bottom and right just outside.
+Qt_Canvas::Qt_Canvas(QPainter *painter, QPaintEvent *event, Extension const &extension)
+    : Qt_Canvas(extension)
+{
+    painter_ = painter;
+    if (event != nullptr) {
+        QRect const r = event->rect();
+        damage_ = Rect(r.top(), r.left(), r.bottom() + 1, r.right() + 1);
+    }
+    init(extension);
+    init_font();
+}
+
+Qt_Canvas::~Qt_Canvas() = default;
+
+void Qt_Canvas::init(Extension const &extension)
+{
+    if (painter_ == nullptr || painter_->device() == nullptr)
+        qFatal("qt_canvas: the painter of a Qt_Canvas has no paint device");
+    set_device_dpi(painter_->device()->logicalDpiX(), painter_->device()->logicalDpiY());
+    painter_->setClipping(false);
+    reset_dash_phase();
+    set_draw_offset(Point(extension.left(), extension.top()));
+}
+
+void Qt_Canvas::init_font() { select_font(font_, char_set_, angle_, true); }
+
+void Qt_Canvas::change_viewport(Extension const &extension)
+{
+    set_draw_offset(Point(extension.left(), extension.top()));
+    damage_.bottom(extension.bottom() - extension.top());
+    damage_.right(extension.right() - extension.left());
+}
+
+void Qt_Canvas::set_damaged(Extension const &extension)
+{
+    damage_ = Rect(extension.top(), extension.left(), extension.bottom(), extension.right());
+}
+
+void Qt_Canvas::set_device_dpi(int dpi_x, int dpi_y)
+{
+    dpi_x_ = dpi_x;
+    dpi_y_ = dpi_y;
+}
+
+// The offset turns canvas coordinates into device pixels: the translation is added, and the top left of
+// the visible area comes to lie at the device's origin.
+void Qt_Canvas::set_draw_offset(Point const &top_left)
+{
+    draw_offset_ = translation_ - top_left;
+    draw_offset_f_ = translation_f_ - PointF(top_left);
+}
+
+void Qt_Canvas::move_draw_offset(Point const &by)
+{
+    draw_offset_ += by;
+    draw_offset_f_ += PointF(by);
+}
+
+Point Qt_Canvas::client_to_point(int x, int y) const { return Point(x, y) - draw_offset_; }
+
+void Qt_Canvas::to_pixels(Point p, int &x, int &y) const
+{
+    x = static_cast<int>(p.x + draw_offset_.x);
+    y = static_cast<int>(p.y + draw_offset_.y);
+}
+
+long Qt_Canvas::font_pixel_size(long twips) const
+{
+    return static_cast<long>(static_cast<double>(dpi_y_) * static_cast<double>(twips) / 1440.0 + 0.5);
+}
+
+// ---------------------------------------------------------------------------------------------------
+// Fonts and text translation
+
+Font Qt_Canvas::font() const { return font_; }
+
+void Qt_Canvas::font(Font const &font, CharSet char_set, long angle)
+{
+    select_font(font, char_set, angle, false);
+}
+
+// Qt takes whole points here: the size in twips is divided by 20 with truncation, so 12.5 points
+// (250 twips) select 12.
+void Qt_Canvas::select_font(Font const &font, CharSet char_set, long angle, bool force)
+{
+    angle_ = angle;
+    if (!force && font == font_ && char_set == char_set_)
+        return;
+    char_set_ = char_set;
+
+    QFont qfont;
+    long const points = font.size() / 20;
+    if (points > 0)
+        qfont.setPointSizeF(static_cast<qreal>(points));
+    if (font.bold())
+        qfont.setWeight(QFont::Bold);
+    if (font.italic())
+        qfont.setStyle(QFont::StyleItalic);
+    qfont.setFamily(QString::fromUtf16(font.name()));
+    if (painter_ != nullptr)
+        painter_->setFont(qfont);
+
+    font_ = font;
+    ascent_ = empty_metric;
+    ex_ = empty_metric;
+
+    if (char_set == cs_symbol)
+        symbol_kind_ = symbol_kind_of(font.name());
+}
+
+Qt_Canvas::SymbolKind Qt_Canvas::symbol_kind_of(wchar const *family)
+{
+    if (family == nullptr)
+        return symbol_adobe;
+    for (SymbolFamily const &f : symbol_families) {
+        if (same_name(family, f.name))
+            return f.kind;
+    }
+    return symbol_adobe;
+}
+
+// The KMT font publishes its glyphs on the private-use page that symbol fonts use: the byte minus
+// 0x1000 in 16 bits, which is 0xF000 + byte.
+wchar Qt_Canvas::symbol_code_point(SymbolKind kind, unsigned char code)
+{
+    switch (kind) {
+    case symbol_kmt_math_ext:
+        return static_cast<wchar>((code - 0x1000) & 0xffff);
+    case symbol_standard_symbols:
+        return standard_symbols_code_points[code];
+    case symbol_open_symbol:
+        return open_symbol_code_points[code];
+    case symbol_adobe:
+    default:
+        return static_cast<wchar>(code);
+    }
+}
+
+// Only cs_symbol is translated: each unit is cut to its low byte and mapped for the selected symbol
+// font; a 0 from the tables goes in as U+0000, there is no fallback.
+QString Qt_Canvas::qstring(wchar const *text, long count) const
+{
+    if (text == nullptr || count <= 0)
+        return QString();
+    if (char_set_ != cs_symbol)
+        return QString::fromUtf16(text, static_cast<qsizetype>(count));
+    QString s;
+    s.reserve(static_cast<qsizetype>(count));
+    for (long i = 0; i < count; ++i) {
+        unsigned char const code = static_cast<unsigned char>(text[i] & 0xff);
+        s.append(QChar(static_cast<char16_t>(symbol_code_point(symbol_kind_, code))));
+    }
+    return s;
+}
+
+Gauge::CharSet Qt_Canvas::char_set() { return char_set_; }
+
+long Qt_Canvas::text_angle() const { return angle_; }
+
+// ---------------------------------------------------------------------------------------------------
+// Measuring
+
+Extent Qt_Canvas::text_extent(wchar const *text, long count)
+{
+    if (text == nullptr || count < 1)
+        return Extent(0, 0);
+    long const width = painter_->fontMetrics().horizontalAdvance(qstring(text, count));
+    return Extent(width, font_em());
+}
+
+// The width of the whole string, so that kerning between its characters counts; the height is the
+// font's, the same for every string.
+Box Qt_Canvas::text_box(wchar const *text, long count)
+{
+    if (text == nullptr || count < 1)
+        return Box::zero;
+    long const width = painter_->fontMetrics().horizontalAdvance(qstring(text, count));
+    return Box(width, font_ascent(), font_descent());
+}
+
+// The ink: the highest top and the lowest bottom row over the characters' bounding rectangles (the
+// bottom row plus one, as a descent counts rows below the baseline), the left bearing of the first
+// character and the right bearing of the last. The first character starts the maxima.
+void Qt_Canvas::text_metrics(wchar const *text, long count, Box &box, long &left, long &right)
+{
+    box = Box::zero;
+    left = 0;
+    right = 0;
+    if (text == nullptr || count < 1)
+        return;
+    QString const s = qstring(text, count);
+    QFontMetrics const metrics = painter_->fontMetrics();
+    long ascent = 0;
+    long descent = 0;
+    for (qsizetype i = 0; i < s.size(); ++i) {
+        QRect const r = metrics.boundingRect(s.at(i));
+        long const a = -r.top();
+        long const d = r.bottom() + 1;
+        if (i == 0 || a > ascent)
+            ascent = a;
+        if (i == 0 || d > descent)
+            descent = d;
+    }
+    box = Box(metrics.horizontalAdvance(s), ascent, descent);
+    left = metrics.leftBearing(s.at(0));
+    right = metrics.rightBearing(s.at(s.size() - 1));
+}
+
+// The character is read by the selected set: a Windows-1252 byte, a symbol-font byte, or a UTF-16 unit.
+void Qt_Canvas::char_bearing(wchar const *text, long &left, long &right) const
+{
+    left = 0;
+    right = 0;
+    if (text == nullptr)
+        return;
+    unsigned char const low = static_cast<unsigned char>(text[0] & 0xff);
+    wchar code = 0;
+    switch (char_set_) {
+    case cs_ansi:
+        code = cp1252_code_points[low];
+        break;
+    case cs_symbol:
+        code = symbol_code_point(symbol_kind_, low);
+        break;
+    case cs_unicode:
+        code = text[0];
+        break;
+    default:
+        code = 0;
+        break;
+    }
+    if (code == 0)
+        return;
+    QFontMetrics const metrics = painter_->fontMetrics();
+    right = metrics.rightBearing(QChar(static_cast<char16_t>(code)));
+    left = metrics.leftBearing(QChar(static_cast<char16_t>(code)));
+}
+
+void Qt_Canvas::fill_metric_cache() const
+{
+    QFontMetrics const metrics = painter_->fontMetrics();
+    ascent_ = metrics.ascent();
+    descent_ = metrics.descent();
+    leading_ = metrics.leading();
+}
+
+// ex is the font's x-height; the capital height is how far the ink of "X" rises above the baseline.
+void Qt_Canvas::query_ex() const
+{
+    QFontMetrics const metrics = painter_->fontMetrics();
+    ex_ = metrics.xHeight();
+    X_height_ = -metrics.boundingRect(QChar(u'X')).top();
+}
+
+long Qt_Canvas::font_ascent() const
+{
+    if (ascent_ == empty_metric)
+        fill_metric_cache();
+    return ascent_;
+}
+
+long Qt_Canvas::font_descent() const
+{
+    font_ascent();
+    return descent_;
+}
+
+long Qt_Canvas::font_leading() const
+{
+    font_ascent();
+    return leading_;
+}
+
+long Qt_Canvas::font_em() const { return font_ascent() + descent_; }
+
+long Qt_Canvas::font_ex() const
+{
+    if (ex_ == empty_metric)
+        query_ex();
+    return ex_;
+}
+
+long Qt_Canvas::font_X_height() const
+{
+    font_ex();
+    return X_height_;
+}
+
+Extent Qt_Canvas::dpi() { return Extent(dpi_x_, dpi_y_); }
+
+bool Qt_Canvas::printing() const { return printing_; }
+
+Extent Qt_Canvas::twips_to_pixel(Extent const &twips) { return Gauge::twips_to_device(twips, dpi()); }
+
+ExtentF Qt_Canvas::twips_to_pixel_f(ExtentF const &twips) { return Gauge::twips_to_device_f(twips, dpi()); }
+
+// ---------------------------------------------------------------------------------------------------
+// Translation. The drawing offset always equals the translation less the top left of the visible
+// area, so each change of the translation moves the offset by the same amount.
+
+void Qt_Canvas::translate(long &x, long &y) const
+{
+    x += translation_.x;
+    y += translation_.y;
+}
+
+void Qt_Canvas::translate_f(double &x, double &y) const
+{
+    x += translation_f_.x;
+    y += translation_f_.y;
+}
+
+// The double forms follow the integers exactly.
+void Qt_Canvas::translation(Point p)
+{
+    draw_offset_ = draw_offset_ - translation_ + p;
+    translation_ = p;
+    translation_f_ = PointF(translation_);
+    draw_offset_f_ = PointF(draw_offset_);
+}
+
+Point Qt_Canvas::translation() { return translation_; }
+
+// The doubles stay exact; the integers are rounded from them, halves upward. The offset's integral
+// part differs from the translation's by a whole number, so rounding each keeps them in step.
+void Qt_Canvas::translation_f(PointF const &p)
+{
+    draw_offset_f_ = draw_offset_f_ - translation_f_ + p;
+    translation_f_ = p;
+    translation_ = translation_f_.to_point();
+    draw_offset_ = draw_offset_f_.to_point();
+}
+
+PointF Qt_Canvas::translation_f() { return translation_f_; }
+
+void Qt_Canvas::add_translation(Point p) { translation(translation_ + p); }
+
+void Qt_Canvas::add_translation_f(PointF const &p) { translation_f(translation_f_ + p); }
+
+// ---------------------------------------------------------------------------------------------------
+// Attributes
+
+QPen Qt_Canvas::qpen(Pen const &pen)
+{
+    return QPen(QBrush(qcolor(pen.color()), Qt::SolidPattern), static_cast<qreal>(std::max(pen.width(), 1L)),
+                Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+}
+
+Pen Qt_Canvas::pen() const { return pen_; }
+
+void Qt_Canvas::pen(Pen const &pen, bool restart)
+{
+    if (restart)
+        reset_dash_phase();
+    if (pen == pen_)
+        return;
+    painter_->setPen(qpen(pen));
+    pen_ = pen;
+}
+
+Brush Qt_Canvas::brush() const { return brush_; }
+
+void Qt_Canvas::brush(Brush const &brush)
+{
+    if (brush == brush_)
+        return;
+    painter_->setBrush(qbrush(brush));
+    brush_ = brush;
+}
+
+void Qt_Canvas::text_color(Color color)
+{
+    if (color == text_color_)
+        return;
+    text_pen_.setColor(qcolor(color));
+    text_color_ = color;
+}
+
+void Qt_Canvas::background(Color color)
+{
+    if (color == background_)
+        return;
+    painter_->setBackground(QBrush(qcolor(color), Qt::SolidPattern));
+    background_ = color;
+}
+
+bool Qt_Canvas::antialias() const { return painter_->testRenderHint(QPainter::Antialiasing); }
+
+void Qt_Canvas::antialias(bool on)
+{
+    if (!inherit_aliasing_)
+        painter_->setRenderHint(QPainter::Antialiasing, on);
+}
+
+bool Qt_Canvas::antialias_text() const { return painter_->testRenderHint(QPainter::TextAntialiasing); }
+
+void Qt_Canvas::antialias_text(bool on) { painter_->setRenderHint(QPainter::TextAntialiasing, on); }
+
+bool Qt_Canvas::short_coordinates() const { return false; }
+
+double Qt_Canvas::dash_len() { return Canvas::dash_length(pen_.width(), dpi()); }
+
+long Qt_Canvas::dot_len() const { return round_to_long(static_cast<double>(pen_.width())); }
+
+// ---------------------------------------------------------------------------------------------------
+// Lines
+
+void Qt_Canvas::segment(Point const &from, Point const &to)
+{
+    QLine const l(static_cast<int>(from.x + draw_offset_.x), static_cast<int>(from.y + draw_offset_.y),
+                  static_cast<int>(to.x + draw_offset_.x), static_cast<int>(to.y + draw_offset_.y));
+    painter_->drawLines(&l, 1);
+}
+
+void Qt_Canvas::segment_f(PointF const &from, PointF const &to)
+{
+    QLineF const l(from.x + draw_offset_f_.x, from.y + draw_offset_f_.y, to.x + draw_offset_f_.x,
+                   to.y + draw_offset_f_.y);
+    painter_->drawLines(&l, 1);
+}
+
+// Dashes are cut here, so that they run on from one line to the next as one path.
+//
+// The period P is two dash lengths D; the lit part L of each period is D for dashes and the pen's width
+// for dots. The phase φ says where the pattern stands at the start of the line: at or below 0 a lit
+// part began -φ before it; above 0 the next lit part begins φ after it. Lit parts are drawn one period
+// apart along the line, each from its start (or from the line's start while one is still lit) to L
+// beyond it, with positions truncated to pixels; the last one is cut at the line's end. The phase left
+// for the next line is minus the length that remained, brought up by one period when the lit part has
+// already ended.
+void Qt_Canvas::line(Point p, Point q)
+{
+    if (pen_.style() == Pen::solid) {
+        segment(p, q);
+        return;
+    }
+    double const D = dash_len();
+    double const P = 2.0 * D;
+    double const L = pen_.style() == Pen::dashed ? D : static_cast<double>(dot_len());
+    double const dx = static_cast<double>(q.x - p.x);
+    double const dy = static_cast<double>(q.y - p.y);
+    double const len = std::sqrt(dx * dx + dy * dy);
+    double phi = dash_phase();
+
+    // A line of at most a pixel is lit or dark as a whole.
+    if (len <= 1.0) {
+        phi -= len;
+        if (phi <= 0.0)
+            segment(p, q);
+        if (-L > phi)
+            phi += P;
+        dash_phase(phi);
+        return;
+    }
+
+    double x = phi * dx / len + static_cast<double>(p.x);
+    double y = phi * dy / len + static_cast<double>(p.y);
+    Point start = phi <= 0.0 ? p : Point(static_cast<long>(x), static_cast<long>(y));
+    double const ex = dx * L / len;
+    double const ey = dy * L / len;
+    double const px = dx * P / len;
+    double const py = dy * P / len;
+    double const gap = P - L;
+    double r = len - phi;
+
+    while (r >= gap) {
+        segment(start, Point(static_cast<long>(x + ex), static_cast<long>(y + ey)));
+        r -= P;
+        x += px;
+        y += py;
+        start = Point(static_cast<long>(x), static_cast<long>(y));
+    }
+    if (r > L)
+        segment(start, Point(static_cast<long>(x + ex), static_cast<long>(y + ey)));
+    else if (r > 0.0)
+        segment(start, q);
+
+    phi = -r;
+    if (-L > phi)
+        phi += P;
+    dash_phase(phi);
+}
+
+// The same cutting in doubles, with no truncation.
+void Qt_Canvas::line_f(PointF p, PointF q)
+{
+    if (pen_.style() == Pen::solid) {
+        segment_f(p, q);
+        return;
+    }
+    double const D = dash_len();
+    double const P = 2.0 * D;
+    double const L = pen_.style() == Pen::dashed ? D : static_cast<double>(dot_len());
+    double const dx = q.x - p.x;
+    double const dy = q.y - p.y;
+    double const len = std::sqrt(dx * dx + dy * dy);
+    double phi = dash_phase();
+
+    if (len <= 1.0) {
+        phi -= len;
+        if (phi <= 0.0)
+            segment_f(p, q);
+        if (-L > phi)
+            phi += P;
+        dash_phase(phi);
+        return;
+    }
+
+    double x = phi * dx / len + p.x;
+    double y = phi * dy / len + p.y;
+    PointF start = phi <= 0.0 ? p : PointF(x, y);
+    double const ex = dx * L / len;
+    double const ey = dy * L / len;
+    double const px = dx * P / len;
+    double const py = dy * P / len;
+    double const gap = P - L;
+    double r = len - phi;
+
+    while (r >= gap) {
+        segment_f(start, PointF(x + ex, y + ey));
+        r -= P;
+        x += px;
+        y += py;
+        start = PointF(x, y);
+    }
+    if (r > L)
+        segment_f(start, PointF(x + ex, y + ey));
+    else if (r > 0.0)
+        segment_f(start, q);
+
+    phi = -r;
+    if (-L > phi)
+        phi += P;
+    dash_phase(phi);
+}
+
+void Qt_Canvas::line(Point from, Point to, Pen const &pen, bool restart)
+{
+    if (restart)
+        reset_dash_phase();
+    QPen const saved_qpen = painter_->pen();
+    painter_->setPen(qpen(pen));
+    Pen const saved = pen_;
+    pen_ = pen;
+    line(from, to);
+    pen_ = saved;
+    painter_->setPen(saved_qpen);
+}
+
+void Qt_Canvas::line_f(PointF from, PointF to, Pen const &pen, bool restart)
+{
+    if (restart)
+        reset_dash_phase();
+    QPen const saved_qpen = painter_->pen();
+    painter_->setPen(qpen(pen));
+    Pen const saved = pen_;
+    pen_ = pen;
+    line_f(from, to);
+    pen_ = saved;
+    painter_->setPen(saved_qpen);
+}
+
+// A patterned path is a chain of lines that dash as one; a solid one is one polyline, drawn without
+// the brush so that it is never filled.
+void Qt_Canvas::poly_line(Point const *points, std::size_t count, bool closed)
+{
+    if (points == nullptr || count < 2)
+        return;
+    reset_dash_phase();
+    if (pen_.style() != Pen::solid) {
+        for (std::size_t i = 0; i + 1 < count; ++i)
+            line(points[i], points[i + 1]);
+        if (closed)
+            line(points[count - 1], points[0]);
+        return;
+    }
+    QPolygon const polygon = qpolygon(points, count, draw_offset_, closed);
+    QBrush const saved = painter_->brush();
+    painter_->setBrush(Qt::NoBrush);
+    painter_->drawPolyline(polygon);
+    painter_->setBrush(saved);
+}
+
+void Qt_Canvas::poly_line_f(PointF const *points, std::size_t count, bool closed)
+{
+    if (points == nullptr || count < 2)
+        return;
+    reset_dash_phase();
+    if (pen_.style() != Pen::solid) {
+        for (std::size_t i = 0; i + 1 < count; ++i)
+            line_f(points[i], points[i + 1]);
+        if (closed)
+            line_f(points[count - 1], points[0]);
+        return;
+    }
+    QPolygonF const polygon = qpolygonf(points, count, draw_offset_f_, closed);
+    QBrush const saved = painter_->brush();
+    painter_->setBrush(Qt::NoBrush);
+    painter_->drawPolyline(polygon);
+    painter_->setBrush(saved);
+}
+
+void Qt_Canvas::poly_line(Point const *points, std::size_t count, Pen const &pen, bool closed)
+{
+    QPen const saved_qpen = painter_->pen();
+    painter_->setPen(qpen(pen));
+    Pen const saved = pen_;
+    pen_ = pen;
+    poly_line(points, count, closed);
+    pen_ = saved;
+    painter_->setPen(saved_qpen);
+}
+
+void Qt_Canvas::poly_line_f(PointF const *points, std::size_t count, Pen const &pen, bool closed)
+{
+    QPen const saved_qpen = painter_->pen();
+    painter_->setPen(qpen(pen));
+    Pen const saved = pen_;
+    pen_ = pen;
+    poly_line_f(points, count, closed);
+    pen_ = saved;
+    painter_->setPen(saved_qpen);
+}
+
+// ---------------------------------------------------------------------------------------------------
+// Rectangles, ellipses, polygons
+
+// A patterned frame is four lines round the rectangle, clockwise from the top left, dashing as one path.
+void Qt_Canvas::frame_rect(Rect const &r)
+{
+    reset_dash_phase();
+    if (pen_.style() != Pen::solid) {
+        line(Point(r.left(), r.top()), Point(r.right(), r.top()));
+        line(Point(r.right(), r.top()), Point(r.right(), r.bottom()));
+        line(Point(r.right(), r.bottom()), Point(r.left(), r.bottom()));
+        line(Point(r.left(), r.bottom()), Point(r.left(), r.top()));
+        return;
+    }
+    QRect const q = qrect(r, draw_offset_);
+    QBrush const saved = painter_->brush();
+    painter_->setBrush(Qt::NoBrush);
+    painter_->drawRects(&q, 1);
+    painter_->setBrush(saved);
+}
+
+void Qt_Canvas::frame_rect_f(RectF const &r)
+{
+    reset_dash_phase();
+    if (pen_.style() != Pen::solid) {
+        line_f(PointF(r.left(), r.top()), PointF(r.right(), r.top()));
+        line_f(PointF(r.right(), r.top()), PointF(r.right(), r.bottom()));
+        line_f(PointF(r.right(), r.bottom()), PointF(r.left(), r.bottom()));
+        line_f(PointF(r.left(), r.bottom()), PointF(r.left(), r.top()));
+        return;
+    }
+    QRectF const q = qrectf(r, draw_offset_f_);
+    QBrush const saved = painter_->brush();
+    painter_->setBrush(Qt::NoBrush);
+    painter_->drawRects(&q, 1);
+    painter_->setBrush(saved);
+}
+
+void Qt_Canvas::frame_rect(Rect const &r, Pen const &pen)
+{
+    QPen const saved_qpen = painter_->pen();
+    painter_->setPen(qpen(pen));
+    Pen const saved = pen_;
+    pen_ = pen;
+    frame_rect(r);
+    pen_ = saved;
+    painter_->setPen(saved_qpen);
+}
+
+void Qt_Canvas::frame_rect_f(RectF const &r, Pen const &pen)
+{
+    QPen const saved_qpen = painter_->pen();
+    painter_->setPen(qpen(pen));
+    Pen const saved = pen_;
+    pen_ = pen;
+    frame_rect_f(r);
+    pen_ = saved;
+    painter_->setPen(saved_qpen);
+}
+
+// A new canvas never hands its starting brush (solid black) to the painter, so a black brush is always
+// built anew; any other brush is the painter's own.
+void Qt_Canvas::fill_rect(Rect const &r)
+{
+    if (is_black(brush_)) {
+        fill_rect(r, brush_);
+        return;
+    }
+    painter_->fillRect(qrect(r, draw_offset_), painter_->brush());
+}
+
+void Qt_Canvas::fill_rect(Rect const &r, Brush const &brush)
+{
+    painter_->fillRect(qrect(r, draw_offset_), qbrush(brush));
+}
+
+void Qt_Canvas::fill_rect_f(RectF const &r)
+{
+    if (is_black(brush_)) {
+        fill_rect_f(r, brush_);
+        return;
+    }
+    painter_->fillRect(qrectf(r, draw_offset_f_), painter_->brush());
+}
+
+void Qt_Canvas::fill_rect_f(RectF const &r, Brush const &brush)
+{
+    painter_->fillRect(qrectf(r, draw_offset_f_), qbrush(brush));
+}
+
+// An ellipse is never dashed, whatever the pen's style.
+void Qt_Canvas::frame_ellipse(Rect const &r)
+{
+    reset_dash_phase();
+    QBrush const saved = painter_->brush();
+    painter_->setBrush(Qt::NoBrush);
+    painter_->drawEllipse(qrect(r, draw_offset_));
+    painter_->setBrush(saved);
+}
+
+void Qt_Canvas::frame_ellipse_f(RectF const &r)
+{
+    reset_dash_phase();
+    QBrush const saved = painter_->brush();
+    painter_->setBrush(Qt::NoBrush);
+    painter_->drawEllipse(qrectf(r, draw_offset_f_));
+    painter_->setBrush(saved);
+}
+
+void Qt_Canvas::frame_ellipse(Rect const &r, Pen const &pen)
+{
+    QPen const saved_qpen = painter_->pen();
+    painter_->setPen(qpen(pen));
+    Pen const saved = pen_;
+    pen_ = pen;
+    frame_ellipse(r);
+    pen_ = saved;
+    painter_->setPen(saved_qpen);
+}
+
+void Qt_Canvas::frame_ellipse_f(RectF const &r, Pen const &pen)
+{
+    QPen const saved_qpen = painter_->pen();
+    painter_->setPen(qpen(pen));
+    Pen const saved = pen_;
+    pen_ = pen;
+    frame_ellipse_f(r);
+    pen_ = saved;
+    painter_->setPen(saved_qpen);
+}
+
+void Qt_Canvas::fill_ellipse(Rect const &r)
+{
+    if (is_black(brush_)) {
+        fill_ellipse(r, brush_);
+        return;
+    }
+    QPen const saved = painter_->pen();
+    painter_->setPen(Qt::NoPen);
+    painter_->drawEllipse(qrect(r, draw_offset_));
+    painter_->setPen(saved);
+}
+
+void Qt_Canvas::fill_ellipse(Rect const &r, Brush const &brush)
+{
+    QPen const saved_pen = painter_->pen();
+    QBrush const saved_brush = painter_->brush();
+    painter_->setPen(Qt::NoPen);
+    painter_->setBrush(qbrush(brush));
+    painter_->drawEllipse(qrect(r, draw_offset_));
+    painter_->setBrush(saved_brush);
+    painter_->setPen(saved_pen);
+}
+
+void Qt_Canvas::fill_ellipse_f(RectF const &r)
+{
+    if (is_black(brush_)) {
+        fill_ellipse_f(r, brush_);
+        return;
+    }
+    QPen const saved = painter_->pen();
+    painter_->setPen(Qt::NoPen);
+    painter_->drawEllipse(qrectf(r, draw_offset_f_));
+    painter_->setPen(saved);
+}
+
+void Qt_Canvas::fill_ellipse_f(RectF const &r, Brush const &brush)
+{
+    QPen const saved_pen = painter_->pen();
+    QBrush const saved_brush = painter_->brush();
+    painter_->setPen(Qt::NoPen);
+    painter_->setBrush(qbrush(brush));
+    painter_->drawEllipse(qrectf(r, draw_offset_f_));
+    painter_->setBrush(saved_brush);
+    painter_->setPen(saved_pen);
+}
+
+void Qt_Canvas::fill_polygon(Point const *points, std::size_t count, bool winding)
+{
+    if (is_black(brush_)) {
+        fill_polygon(points, count, brush_, winding);
+        return;
+    }
+    if (points == nullptr || count < 2)
+        return;
+    QPen const saved = painter_->pen();
+    painter_->setPen(Qt::NoPen);
+    painter_->drawPolygon(qpolygon(points, count, draw_offset_, false), winding ? Qt::WindingFill : Qt::OddEvenFill);
+    painter_->setPen(saved);
+}
+
+void Qt_Canvas::fill_polygon(Point const *points, std::size_t count, Brush const &brush, bool winding)
+{
+    if (points == nullptr || count < 2)
+        return;
+    QPen const saved_pen = painter_->pen();
+    QBrush const saved_brush = painter_->brush();
+    painter_->setPen(Qt::NoPen);
+    painter_->setBrush(qbrush(brush));
+    painter_->drawPolygon(qpolygon(points, count, draw_offset_, false), winding ? Qt::WindingFill : Qt::OddEvenFill);
+    painter_->setBrush(saved_brush);
+    painter_->setPen(saved_pen);
+}
+
+void Qt_Canvas::fill_polygon_f(PointF const *points, std::size_t count, bool winding)
+{
+    if (is_black(brush_)) {
+        fill_polygon_f(points, count, brush_, winding);
+        return;
+    }
+    if (points == nullptr || count < 2)
+        return;
+    QPen const saved = painter_->pen();
+    painter_->setPen(Qt::NoPen);
+    painter_->drawPolygon(qpolygonf(points, count, draw_offset_f_, false),
+                          winding ? Qt::WindingFill : Qt::OddEvenFill);
+    painter_->setPen(saved);
+}
+
+void Qt_Canvas::fill_polygon_f(PointF const *points, std::size_t count, Brush const &brush, bool winding)
+{
+    if (points == nullptr || count < 2)
+        return;
+    QPen const saved_pen = painter_->pen();
+    QBrush const saved_brush = painter_->brush();
+    painter_->setPen(Qt::NoPen);
+    painter_->setBrush(qbrush(brush));
+    painter_->drawPolygon(qpolygonf(points, count, draw_offset_f_, false),
+                          winding ? Qt::WindingFill : Qt::OddEvenFill);
+    painter_->setBrush(saved_brush);
+    painter_->setPen(saved_pen);
+}
+
+// Grey hatching anchored at the rectangle's corner, so that it does not crawl when the area moves.
+void Qt_Canvas::shadow(Rect const &r)
+{
+    QRect const q = qrect(r, draw_offset_);
+    QPointF const saved = painter_->brushOrigin();
+    painter_->setBrushOrigin(q.topLeft());
+    painter_->fillRect(q, QBrush(QColor(128, 128, 128, 255), Qt::BDiagPattern));
+    painter_->setBrushOrigin(saved);
+}
+
+void Qt_Canvas::shadow_f(RectF const &r)
+{
+    QRectF const q = qrectf(r, draw_offset_f_);
+    QPointF const saved = painter_->brushOrigin();
+    painter_->setBrushOrigin(q.topLeft());
+    painter_->fillRect(q, QBrush(QColor(128, 128, 128, 255), Qt::BDiagPattern));
+    painter_->setBrushOrigin(saved);
+}
+
+// The damage is in device pixels already: no offset is added.
+void Qt_Canvas::erase()
+{
+    painter_->eraseRect(QRectF(static_cast<qreal>(damage_.left()), static_cast<qreal>(damage_.top()),
+                               static_cast<qreal>(damage_.width()), static_cast<qreal>(damage_.height())));
+}
+
+void Qt_Canvas::erase(Color color)
+{
+    painter_->fillRect(QRectF(static_cast<qreal>(damage_.left()), static_cast<qreal>(damage_.top()),
+                              static_cast<qreal>(damage_.width()), static_cast<qreal>(damage_.height())),
+                       QBrush(qcolor(color), Qt::SolidPattern));
+}
+
+// ---------------------------------------------------------------------------------------------------
+// Text
+
+// A turned run is drawn at the origin of a rotated painter; the angle counts counter-clockwise, and y
+// grows downward, hence the minus. An upright run of 30000 pixels or more is cut into width / 30000 + 1
+// parts of equal length in characters, each drawn where the ones before it end.
+void Qt_Canvas::text(wchar const *chars, long count, Point p)
+{
+    if (chars == nullptr || count < 1)
+        return;
+    QString const s = qstring(chars, count);
+    int const x = static_cast<int>(p.x + draw_offset_.x);
+    int const y = static_cast<int>(p.y + draw_offset_.y);
+    QPen const saved = painter_->pen();
+    painter_->setPen(text_pen_);
+    if (angle_ != 0) {
+        QTransform const matrix = painter_->worldTransform();
+        painter_->translate(x, y);
+        painter_->rotate(static_cast<qreal>(-angle_));
+        painter_->drawText(0, 0, s);
+        painter_->setWorldTransform(matrix);
+    } else {
+        QFontMetrics const metrics = painter_->fontMetrics();
+        int const width = metrics.horizontalAdvance(s);
+        if (width < longest_text_run) {
+            painter_->drawText(x, y, s);
+        } else {
+            qsizetype const parts = width / longest_text_run + 1;
+            qsizetype const part_length = std::max<qsizetype>(1, s.size() / parts);
+            int at = x;
+            for (qsizetype pos = 0; pos < s.size();) {
+                qsizetype n = std::min(part_length, s.size() - pos);
+                // Never part a surrogate pair.
+                if (pos + n < s.size() && s.at(pos + n - 1).isHighSurrogate())
+                    ++n;
+                QString const part = s.mid(pos, n);
+                painter_->drawText(at, y, part);
+                at += metrics.horizontalAdvance(part);
+                pos += n;
+            }
+        }
+    }
+    painter_->setPen(saved);
+}
+
+void Qt_Canvas::text_f(wchar const *chars, long count, PointF p)
+{
+    if (chars == nullptr || count < 1)
+        return;
+    QString const s = qstring(chars, count);
+    qreal const x = p.x + draw_offset_f_.x;
+    qreal const y = p.y + draw_offset_f_.y;
+    QPen const saved = painter_->pen();
+    painter_->setPen(text_pen_);
+    if (angle_ != 0) {
+        QTransform const matrix = painter_->worldTransform();
+        painter_->translate(x, y);
+        painter_->rotate(static_cast<qreal>(-angle_));
+        painter_->drawText(QPointF(0.0, 0.0), s);
+        painter_->setWorldTransform(matrix);
+    } else {
+        painter_->drawText(QPointF(x, y), s);
+    }
+    painter_->setPen(saved);
+}
+
+// ---------------------------------------------------------------------------------------------------
+// Damage and clip
+
+bool Qt_Canvas::damaged(Rect const &r) const
+{
+    Rect moved = r;
+    moved += draw_offset_;
+    return moved.intersects(damage_);
+}
+
+// An extension holds the translation already: it is taken off before the offset goes on.
+bool Qt_Canvas::damaged(Extension const &e) const
+{
+    Rect moved = e.rect();
+    moved -= translation_;
+    moved += draw_offset_;
+    return moved.intersects(damage_);
+}
+
+bool Qt_Canvas::really_damaged(Rect const &r) const { return damaged(r); }
+
+bool Qt_Canvas::really_damaged(Extension const &e) const { return damaged(e); }
+
+bool Qt_Canvas::any_real_damage() const { return damage_.width() > 0 && damage_.height() > 0; }
+
+bool Qt_Canvas::clip_rect(Rect *r)
+{
+    if (clipping_ && r != nullptr)
+        *r = clip_;
+    return clipping_;
+}
+
+// The clip replaces any earlier one; its bottom and right edges lie outside it.
+void Qt_Canvas::clip_rect(Rect const &r)
+{
+    clip_ = r;
+    clipping_ = true;
+    QRect const q(QPoint(static_cast<int>(r.left() + draw_offset_.x), static_cast<int>(r.top() + draw_offset_.y)),
+                  QPoint(static_cast<int>(r.right() + draw_offset_.x - 1),
+                         static_cast<int>(r.bottom() + draw_offset_.y - 1)));
+    painter_->setClipRect(q, Qt::ReplaceClip);
+}
+
+void Qt_Canvas::no_clip_rect()
+{
+    clipping_ = false;
+    painter_->setClipping(false);
+}
+
+}  // namespace Tavi
