@@ -10,6 +10,11 @@
 
 namespace Kxt {
 
+// The blocks of all shared strings come from here. They are allocated out of line, which also
+// keeps the compiler from mistaking the release of one holder for a free under another.
+void *allocate_string_block(std::size_t size);
+void free_string_block(void *block) noexcept;
+
 // A string that never changes once made, so that copies can share one block of text with a
 // count instead of copying it. Copying is cheap; changing means making a new value.
 //
@@ -100,7 +105,7 @@ private:
 
     static Rep *make(T const *source, size_type length)
     {
-        void *block = ::operator new(sizeof(Rep) + (length + 1) * sizeof(T));
+        void *block = allocate_string_block(sizeof(Rep) + (length + 1) * sizeof(T));
         Rep *rep = new (block) Rep{1, length};
         T *chars = text(rep);
         std::char_traits<T>::copy(chars, source, length);
@@ -112,7 +117,7 @@ private:
     {
         if (rep && --rep->count == 0) {
             rep->~Rep();
-            ::operator delete(rep);
+            free_string_block(rep);
         }
     }
 
