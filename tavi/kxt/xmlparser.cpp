@@ -155,6 +155,11 @@ void XMLCALL Parser::State::on_start(void *data, XML_Char const *name, XML_Char 
                 state.attributes.push_back(Attribute{attribute_space, attribute, pairs[1]});
         }
         state.open.emplace_back(name_space, id);
+        // A handler that failed while naming gets no start for the element.
+        if (handler.failed_) {
+            state.stop();
+            return;
+        }
         handler.startElement(name_space, id, state.attributes);
     } catch (...) {
         state.exception = std::current_exception();
