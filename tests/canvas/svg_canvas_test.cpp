@@ -1,0 +1,585 @@
+// Tests of the SVG writer: the whole text of small drawings against text worked out by hand from the
+// format's rules, and one drawing with every shape, pen style and hatch parsed by expat and rendered
+// by rsvg-convert.
+#include "tavi/canvas/svg_canvas.h"
+
+#include "support/external_tools.h"
+#include "support/recording_canvas.h"
+
+#include <expat.h>
+#include <gmock/gmock.h>
+
+#include <climits>
+#include <cstdio>
+#include <map>
+#include <new>
+#include <regex>
+#include <set>
+#include <sstream>
+
+using namespace Tavi;
+using TaviTest::RecordingCanvas;
+
+namespace {
+
+// The writer over a recording gauge with its fixed metrics ("Arial", 240 twips to begin with).
+class TestSVGCanvas : public SVG_Canvas
+{
+public:
+    TestSVGCanvas(std::ostream &out, Extension const &extension) : SVG_Canvas(out, extension) {}
+
+    using SVG_Canvas::font;
+    Gauge const *gauge() const override { return &measure; }
+    Gauge *gauge() override { return &measure; }
+    void font(Font const &f) override { measure.font(f, cs_unicode, 0); }
+
+    RecordingCanvas measure;
+};
+
+// A canvas whose header has been written; `take` answers what was written since the last take.
+struct Drawing
+{
+    explicit Drawing(Extension const &extension) : canvas(out, extension)
+    {
+        canvas.put_header("Tavi tests");
+        taken = out.str().size();
+    }
+    std::string take()
+    {
+        std::string const all = out.str();
+        std::string const part = all.substr(taken);
+        taken = all.size();
+        return part;
+    }
+
+    std::ostringstream out;
+    TestSVGCanvas canvas;
+    std::size_t taken = 0;
+};
+
+// The asctime text of the creation date varies; it is checked for its form and replaced by DATE.
+std::string with_fixed_date(std::string const &text)
+{
+    static std::regex const date(
+        "CreationDate: [A-Z][a-z]{2} [A-Z][a-z]{2} [ 123][0-9] [0-2][0-9]:[0-5][0-9]:[0-6][0-9] [0-9]{4}");
+    return std::regex_replace(text, date, "CreationDate: DATE");
+}
+
+// The definitions: six hatch patterns, each a 110-unit tile with one 8-unit path, then the group
+// that scales twentieths of a point to points.
+std::string const definitions =
+    "<defs>\n"
+    "<pattern id=\"HpH\" patternUnits=\"userSpaceOnUse\" patternContentUnits=\"userSpaceOnUse\"\n"
+    "x=\"0\" y=\"0\" width=\"110\" height=\"110\">\n"
+    "<path d=\"M 0 55 H 110\" stroke-width=\"8\"/>\n"
+    "</pattern>\n"
+    "<pattern id=\"HpV\" patternUnits=\"userSpaceOnUse\" patternContentUnits=\"userSpaceOnUse\"\n"
+    "x=\"0\" y=\"0\" width=\"110\" height=\"110\">\n"
+    "<path d=\"M 55 0 V 110\" stroke-width=\"8\"/>\n"
+    "</pattern>\n"
+    "<pattern id=\"HpD\" patternUnits=\"userSpaceOnUse\" patternContentUnits=\"userSpaceOnUse\"\n"
+    "x=\"0\" y=\"0\" width=\"110\" height=\"110\">\n"
+    "<path d=\"M 0 110 L 110 0\" stroke-width=\"8\"/>\n"
+    "</pattern>\n"
+    "<pattern id=\"HpBD\" patternUnits=\"userSpaceOnUse\" patternContentUnits=\"userSpaceOnUse\"\n"
+    "x=\"0\" y=\"0\" width=\"110\" height=\"110\">\n"
+    "<path d=\"M 110 0 L 0 110\" stroke-width=\"8\"/>\n"
+    "</pattern>\n"
+    "<pattern id=\"HpC\" patternUnits=\"userSpaceOnUse\" patternContentUnits=\"userSpaceOnUse\"\n"
+    "x=\"0\" y=\"0\" width=\"110\" height=\"110\">\n"
+    "<path d=\"M 0 55 H 110 M 55 0 V 110\" stroke-width=\"8\"/>\n"
+    "</pattern>\n"
+    "<pattern id=\"HpXC\" patternUnits=\"userSpaceOnUse\" patternContentUnits=\"userSpaceOnUse\"\n"
+    "x=\"0\" y=\"0\" width=\"110\" height=\"110\">\n"
+    "<path d=\"M 0 110 L 110 0 M 110 110 L 0 0\" stroke-width=\"8\"/>\n"
+    "</pattern>\n"
+    "</defs>\n"
+    "<g transform=\"scale(0.05)\">\n";
+
+TEST(SvgCanvas, HeaderAndFooterOfAnEmptyDrawing)
+{
+    // Extension top 20, left 10, bottom 130, right 220: width 210, height 110 twips.
+    //   width  210 / 20.0 = 10.5 pt, height 110 / 20.0 = 5.5 pt
+    //   view box: 10/20 + 0.5 = 1.0 -> 1; 20/20 + 0.5 = 1.5 -> 1; 10.5 + 0.5 -> 11; 5.5 + 0.5 -> 6
+    std::ostringstream out;
+    TestSVGCanvas canvas(out, Extension(20, 10, 130, 220));
+    canvas.put_header("Tavi tests");
+    canvas.put_footer();
+    std::string const expected =
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+        "<svg version=\"1.1\" baseProfile=\"tiny\" xmlns=\"http://www.w3.org/2000/svg\" width=\"10.5pt\" "
+        "height=\"5.5pt\" viewBox=\"1 1 11 6\" stroke-linecap=\"round\" stroke-linejoin=\"miter\">\n"
+        "<!-- Creator: Tavi tests CreationDate: DATE -->\n" +
+        definitions + "</g>\n</svg>\n";
+    EXPECT_EQ(with_fixed_date(out.str()), expected);
+}
+
+TEST(SvgCanvas, HeaderSizesAndCreator)
+{
+    // 200 by 100 twips is 10 by 5 points: 10.0 prints as 10, and the view box ends in 10 5.
+    // A null or empty creator leaves the Creator out of the comment.
+    struct Case
+    {
+        char const *creator;
+        char const *first_lines;
+    } const cases[] = {
+        {nullptr,
+         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+         "<svg version=\"1.1\" baseProfile=\"tiny\" xmlns=\"http://www.w3.org/2000/svg\" width=\"10pt\" "
+         "height=\"5pt\" viewBox=\"0 0 10 5\" stroke-linecap=\"round\" stroke-linejoin=\"miter\">\n"
+         "<!-- CreationDate: DATE -->\n"},
+        {"",
+         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+         "<svg version=\"1.1\" baseProfile=\"tiny\" xmlns=\"http://www.w3.org/2000/svg\" width=\"10pt\" "
+         "height=\"5pt\" viewBox=\"0 0 10 5\" stroke-linecap=\"round\" stroke-linejoin=\"miter\">\n"
+         "<!-- CreationDate: DATE -->\n"},
+        {"Maker 2",
+         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+         "<svg version=\"1.1\" baseProfile=\"tiny\" xmlns=\"http://www.w3.org/2000/svg\" width=\"10pt\" "
+         "height=\"5pt\" viewBox=\"0 0 10 5\" stroke-linecap=\"round\" stroke-linejoin=\"miter\">\n"
+         "<!-- Creator: Maker 2 CreationDate: DATE -->\n"},
+    };
+    for (Case const &c : cases) {
+        std::ostringstream out;
+        TestSVGCanvas canvas(out, Extension(0, 0, 100, 200));
+        canvas.put_header(c.creator);
+        EXPECT_EQ(with_fixed_date(out.str()), std::string(c.first_lines) + definitions)
+            << (c.creator ? c.creator : "null");
+    }
+}
+
+TEST(SvgCanvas, ShapesPenAttributesAndDashPhases)
+{
+    Drawing d(Extension(0, 0, 1000, 1000));
+    SVG_Canvas &c = d.canvas;
+    Point const pts[] = {{0, 0}, {10, 0}, {10, 10}};
+    Rect const r(5, 10, 25, 50);  // top 5, left 10, bottom 25, right 50: x 10, y 5, width 40, height 20
+
+    c.line({10, 20}, {110, 20});
+    // Width 30 dashed: D = max(30 * 5, 120) = 150, period P = 300. Alpha 128 / 255 = 0.501961.
+    // Phases: 0 - fmod(400, 300) = -100; -100 - fmod(300, 300) = -100; -100 - fmod(500, 300) = -300,
+    // which is not below -300 and stays; -300 - 50 = -350 < -300, so + 300 = -50.
+    c.pen(Pen(30, Color(255, 0, 0, 128), Pen::dashed), false);
+    c.line({0, 0}, {400, 0});
+    c.line({400, 0}, {400, 300});
+    c.line({400, 300}, {0, 0});
+    c.line({0, 0}, {0, 50});
+    // A dotted pen of width 0 for one line: stroke width 1, dots of 0 and gaps of 2 * 120 - 0 = 240;
+    // it starts at the phase -50 and leaves -50 - fmod(10, 240) = -60 for the red pen that comes back.
+    c.line({0, 50}, {0, 60}, Pen(0, Color::black, Pen::dotted), false);
+    c.line({0, 60}, {0, 0});
+    // restart: phase 0. Width 20 dotted: D = max(100, 120) = 120, array 20, 240 - 20 = 220.
+    // The phase becomes -fmod(10, 240) = -10.
+    c.line({0, 0}, {10, 0}, Pen(20, Color(0, 0, 255), Pen::dotted), true);
+    // A solid line leaves the phase alone: the next dashed line starts at -10.
+    c.pen(Pen(1, Color::black, Pen::solid), false);
+    c.line({5, 5}, {6, 6});
+    c.pen(Pen(10, Color::black, Pen::dashed), false);  // D = max(50, 120) = 120
+    c.line({0, 0}, {0, 1});                             // phase -10 - 1 = -11
+    c.poly_line(pts, 3, false);                         // phase 0
+    c.line({0, 0}, {0, 5});                             // phase -5
+    c.poly_line(pts, 1, false);                         // nothing, and the phase stays
+    c.poly_line(nullptr, 3, false);
+    c.line({0, 5}, {0, 10});
+    c.poly_line(pts, 3, Pen(0, Color(0, 128, 0), Pen::solid), true);
+    c.frame_rect(r);
+    c.frame_rect(r, Pen(2, Color(255, 255, 255, 0), Pen::solid));
+    c.fill_rect(r);
+    c.fill_rect(r, Brush(Color(0, 128, 255, 0)));
+    c.fill_rect(r, Brush(Brush::cross, Color(0, 0, 0, 51)));  // 51 / 255 = 0.2
+    // Ellipses: rx = width * 0.5, cx = left + rx; a square gives a circle with cy = top + rx.
+    // 31 by 15: rx 15.5, cx 15.5, ry 7.5, cy 7.5. They are never dashed.
+    c.frame_ellipse(Rect(0, 0, 50, 50));
+    c.line({0, 0}, {0, 1});
+    c.frame_ellipse(Rect(0, 0, 15, 31));
+    // Single precision with six digits: cx = 1000000 + 0.5 prints as 1e+06.
+    c.frame_ellipse(Rect(0, 1000000, 10, 1000001), Pen(0, Color::black, Pen::solid));
+    c.fill_ellipse(Rect(0, 0, 50, 50));
+    c.fill_ellipse(Rect(0, 0, 15, 31), Brush(Brush::vertical, Color::black));
+    c.fill_polygon(pts, 3, true);
+    c.fill_polygon(pts, 3, Brush(Brush::diagonal_cross, Color::black), false);
+    c.fill_polygon(pts, 2, true);
+    c.fill_polygon(nullptr, 3, true);
+    c.shadow(r);
+    c.erase();
+    c.background(Color(1, 2, 3));
+    c.erase();
+    c.erase(Color(255, 0, 0, 0));
+
+    std::string const expected =
+        "<line stroke=\"#000000\" stroke-width=\"1\" x1=\"10\" y1=\"20\" x2=\"110\" y2=\"20\"/>\n"
+        "<line stroke=\"#ff0000\" stroke-width=\"30\" stroke-opacity=\"0.501961\" stroke-dasharray=\"150,150\" "
+        "stroke-dashoffset=\"-0\" x1=\"0\" y1=\"0\" x2=\"400\" y2=\"0\"/>\n"
+        "<line stroke=\"#ff0000\" stroke-width=\"30\" stroke-opacity=\"0.501961\" stroke-dasharray=\"150,150\" "
+        "stroke-dashoffset=\"100\" x1=\"400\" y1=\"0\" x2=\"400\" y2=\"300\"/>\n"
+        "<line stroke=\"#ff0000\" stroke-width=\"30\" stroke-opacity=\"0.501961\" stroke-dasharray=\"150,150\" "
+        "stroke-dashoffset=\"100\" x1=\"400\" y1=\"300\" x2=\"0\" y2=\"0\"/>\n"
+        "<line stroke=\"#ff0000\" stroke-width=\"30\" stroke-opacity=\"0.501961\" stroke-dasharray=\"150,150\" "
+        "stroke-dashoffset=\"300\" x1=\"0\" y1=\"0\" x2=\"0\" y2=\"50\"/>\n"
+        "<line stroke=\"#000000\" stroke-width=\"1\" stroke-dasharray=\"0,240\" stroke-dashoffset=\"50\" "
+        "x1=\"0\" y1=\"50\" x2=\"0\" y2=\"60\"/>\n"
+        "<line stroke=\"#ff0000\" stroke-width=\"30\" stroke-opacity=\"0.501961\" stroke-dasharray=\"150,150\" "
+        "stroke-dashoffset=\"60\" x1=\"0\" y1=\"60\" x2=\"0\" y2=\"0\"/>\n"
+        "<line stroke=\"#0000ff\" stroke-width=\"20\" stroke-dasharray=\"20,220\" stroke-dashoffset=\"-0\" "
+        "x1=\"0\" y1=\"0\" x2=\"10\" y2=\"0\"/>\n"
+        "<line stroke=\"#000000\" stroke-width=\"1\" x1=\"5\" y1=\"5\" x2=\"6\" y2=\"6\"/>\n"
+        "<line stroke=\"#000000\" stroke-width=\"10\" stroke-dasharray=\"120,120\" stroke-dashoffset=\"10\" "
+        "x1=\"0\" y1=\"0\" x2=\"0\" y2=\"1\"/>\n"
+        "<polyline fill=\"none\" stroke=\"#000000\" stroke-width=\"10\" stroke-dasharray=\"120,120\" "
+        "stroke-dashoffset=\"-0\" points=\"0,0 10,0 10,10 \"/>\n"
+        "<line stroke=\"#000000\" stroke-width=\"10\" stroke-dasharray=\"120,120\" stroke-dashoffset=\"-0\" "
+        "x1=\"0\" y1=\"0\" x2=\"0\" y2=\"5\"/>\n"
+        "<line stroke=\"#000000\" stroke-width=\"10\" stroke-dasharray=\"120,120\" stroke-dashoffset=\"5\" "
+        "x1=\"0\" y1=\"5\" x2=\"0\" y2=\"10\"/>\n"
+        "<polygon fill=\"none\" stroke=\"#008000\" stroke-width=\"1\" points=\"0,0 10,0 10,10 \"/>\n"
+        "<rect fill=\"none\" stroke=\"#000000\" stroke-width=\"10\" stroke-dasharray=\"120,120\" "
+        "stroke-dashoffset=\"-0\" x=\"10\" y=\"5\" width=\"40\" height=\"20\"/>\n"
+        "<rect fill=\"none\" stroke=\"#ffffff\" stroke-width=\"2\" stroke-opacity=\"0\" x=\"10\" y=\"5\" "
+        "width=\"40\" height=\"20\"/>\n"
+        "<rect stroke=\"none\" fill=\"#000000\" x=\"10\" y=\"5\" width=\"40\" height=\"20\"/>\n"
+        "<rect stroke=\"none\" fill=\"#0080ff\" fill-opacity=\"0\" x=\"10\" y=\"5\" width=\"40\" height=\"20\"/>\n"
+        "<rect stroke=\"none\" fill=\"url(#HpC)\" fill-opacity=\"0.2\" x=\"10\" y=\"5\" width=\"40\" "
+        "height=\"20\"/>\n"
+        "<circle fill=\"none\" stroke=\"#000000\" stroke-width=\"10\" cx=\"25\" cy=\"25\" r=\"25\"/>\n"
+        "<line stroke=\"#000000\" stroke-width=\"10\" stroke-dasharray=\"120,120\" stroke-dashoffset=\"-0\" "
+        "x1=\"0\" y1=\"0\" x2=\"0\" y2=\"1\"/>\n"
+        "<ellipse fill=\"none\" stroke=\"#000000\" stroke-width=\"10\" cx=\"15.5\" cy=\"7.5\" rx=\"15.5\" "
+        "ry=\"7.5\"/>\n"
+        "<ellipse fill=\"none\" stroke=\"#000000\" stroke-width=\"1\" cx=\"1e+06\" cy=\"5\" rx=\"0.5\" ry=\"5\"/>\n"
+        "<circle stroke=\"none\" fill=\"#000000\" cx=\"25\" cy=\"25\" r=\"25\"/>\n"
+        "<ellipse stroke=\"none\" fill=\"url(#HpV)\" cx=\"15.5\" cy=\"7.5\" rx=\"15.5\" ry=\"7.5\"/>\n"
+        "<polygon stroke=\"none\" fill=\"#000000\" fill-rule=\"nonzero\" points=\"0,0 10,0 10,10 \"/>\n"
+        "<polygon stroke=\"none\" fill=\"url(#HpXC)\" fill-rule=\"evenodd\" points=\"0,0 10,0 10,10 \"/>\n"
+        "<rect stroke=\"none\" fill=\"#ffffff\" x=\"0\" y=\"0\" width=\"1000\" height=\"1000\"/>\n"
+        "<rect stroke=\"none\" fill=\"#010203\" x=\"0\" y=\"0\" width=\"1000\" height=\"1000\"/>\n"
+        "<rect stroke=\"none\" fill=\"#ff0000\" fill-opacity=\"0\" x=\"0\" y=\"0\" width=\"1000\" "
+        "height=\"1000\"/>\n";
+    EXPECT_EQ(d.take(), expected);
+    // The forms with their own pen or brush put the current one back.
+    EXPECT_TRUE(c.pen() == Pen(10, Color::black, Pen::dashed));
+    EXPECT_TRUE(c.brush() == Brush(Color::black));
+}
+
+TEST(SvgCanvas, EveryFillStyleNamesItsPattern)
+{
+    // Styles outside the table are drawn as horizontal hatching; the solid brush is a plain colour.
+    struct Case
+    {
+        int style;
+        char const *fill;
+    } const cases[] = {
+        {0, "#ff0000"}, {1, "url(#HpH)"},  {2, "url(#HpV)"}, {3, "url(#HpD)"},
+        {4, "url(#HpBD)"}, {5, "url(#HpC)"}, {6, "url(#HpXC)"}, {7, "url(#HpH)"}, {-1, "url(#HpH)"},
+    };
+    for (Case const &c : cases) {
+        Drawing d(Extension(0, 0, 100, 100));
+        d.canvas.fill_rect(Rect(1, 2, 3, 4), Brush(static_cast<Brush::FillStyle>(c.style), Color(255, 0, 0)));
+        EXPECT_EQ(d.take(), std::string("<rect stroke=\"none\" fill=\"") + c.fill +
+                                "\" x=\"2\" y=\"1\" width=\"2\" height=\"2\"/>\n")
+            << "style " << c.style;
+    }
+}
+
+TEST(SvgCanvas, TranslationAndClipGroups)
+{
+    Drawing d(Extension(0, 0, 100, 200));
+    SVG_Canvas &c = d.canvas;
+    Rect got;
+
+    c.translation(Point(5, 5));
+    c.clip_rect(Rect(0, 0, 100, 200));  // CR1, written untranslated, outside the group it serves
+    c.add_translation(Point(0, 0));     // nothing
+    c.no_clip_rect();                   // reopens a group with the transform alone
+    c.add_translation(Point(1, -2));    // (6, 3)
+    c.translation(Point(0, 0));         // closes, and no group is needed
+    c.translation(Point(0, 0));         // nothing
+    c.clip_rect(Rect(1, 2, 3, 4));      // CR2: the clip alone
+    EXPECT_TRUE(c.clip_rect(&got));
+    EXPECT_TRUE(got == Rect(1, 2, 3, 4));
+    c.line({1, 1}, {2, 2});
+    c.no_clip_rect();  // at translation (0, 0) no group stays open
+    c.no_clip_rect();  // nothing
+    EXPECT_FALSE(c.clip_rect(nullptr));
+    c.put_footer();
+
+    EXPECT_EQ(d.take(),
+              "<g transform=\"translate(5,5)\" >\n"
+              "</g>\n"
+              "<clipPath id=\"CR1\">\n"
+              "<rect x=\"0\" y=\"0\" width=\"200\" height=\"100\"/>\n"
+              "</clipPath>\n"
+              "<g transform=\"translate(5,5)\"  clip-path=\"url(#CR1)\" >\n"
+              "</g>\n"
+              "<g transform=\"translate(5,5)\" >\n"
+              "</g>\n"
+              "<g transform=\"translate(6,3)\" >\n"
+              "</g>\n"
+              "<clipPath id=\"CR2\">\n"
+              "<rect x=\"2\" y=\"1\" width=\"2\" height=\"2\"/>\n"
+              "</clipPath>\n"
+              "<g clip-path=\"url(#CR2)\" >\n"
+              "<line stroke=\"#000000\" stroke-width=\"1\" x1=\"1\" y1=\"1\" x2=\"2\" y2=\"2\"/>\n"
+              "</g>\n"
+              "</g>\n"
+              "</svg>\n");
+    EXPECT_TRUE(c.translation() == Point(0, 0));
+}
+
+TEST(SvgCanvas, FooterClosesAnOpenGroup)
+{
+    Drawing d(Extension(0, 0, 100, 200));
+    d.canvas.translation(Point(7, -8));
+    d.canvas.put_footer();
+    EXPECT_EQ(d.take(), "<g transform=\"translate(7,-8)\" >\n</g>\n</g>\n</svg>\n");
+}
+
+TEST(SvgCanvas, TextElements)
+{
+    Drawing d(Extension(0, 0, 1000, 1000));
+    SVG_Canvas &c = d.canvas;
+
+    // The family name and the text go through the XML character-data writer.
+    c.font(Font(u"Times & \"Co\"", 240, true, true), Gauge::cs_unicode, 0);
+    c.text(u"a<b&c", 5, Point(10, 20));
+    // Only the first count units are written, in UTF-8: U+00E9 is C3 A9, U+2211 is E2 88 91.
+    c.font(Font(u"Arial", 200, false, false), Gauge::cs_unicode, 0);
+    c.text(u"\u00e9\u2211xyz", 2, Point(-3, 4));
+    // An angle turns a group around the point; the text stands at its origin. Alpha 51 / 255 = 0.2.
+    c.text_color(Color(255, 0, 0, 51));
+    c.font(Font(u"Arial", 200, false, false), Gauge::cs_ansi, 90);
+    c.text(u"xy", 2, Point(10, 20));
+    c.text(nullptr, 2, Point(0, 0));
+    c.text(u"xy", 0, Point(0, 0));
+
+    EXPECT_EQ(d.take(),
+              "<text x=\"10\" y=\"20\" font-family=\"Times &amp; &quot;Co&quot;\" font-size=\"240\" "
+              "font-weight=\"bold\" font-style=\"italic\" stroke=\"none\" fill=\"#000000\">a&lt;b&amp;c</text>\n"
+              "<text x=\"-3\" y=\"4\" font-family=\"Arial\" font-size=\"200\" stroke=\"none\" fill=\"#000000\">"
+              "\xc3\xa9\xe2\x88\x91</text>\n"
+              "<g transform=\"translate(10,20) rotate(-90)\">\n"
+              "<text x=\"0\" y=\"0\" font-family=\"Arial\" font-size=\"200\" stroke=\"none\" fill=\"#ff0000\" "
+              "fill-opacity=\"0.2\">xy</text>\n"
+              "</g>\n");
+
+    // The gauge measures in the set given, never at an angle; the canvas keeps both for itself.
+    EXPECT_EQ(c.char_set(), Gauge::cs_ansi);
+    EXPECT_EQ(c.text_angle(), 90);
+    EXPECT_EQ(d.canvas.measure.char_set(), Gauge::cs_ansi);
+    EXPECT_EQ(d.canvas.measure.text_angle(), 0);
+}
+
+TEST(SvgCanvas, SymbolTextIsLeftOut)
+{
+    Drawing d(Extension(0, 0, 1000, 1000));
+    d.canvas.font(Font(u"Symbol", 240, false, false), Gauge::cs_symbol, 0);
+    d.canvas.text(u"\x61", 1, Point(10, 20));
+    EXPECT_EQ(d.take(), "");
+    // The gauge measures the symbol font as Unicode.
+    EXPECT_EQ(d.canvas.char_set(), Gauge::cs_symbol);
+    EXPECT_EQ(d.canvas.measure.char_set(), Gauge::cs_unicode);
+}
+
+TEST(SvgCanvas, LongTextRunsAreCopiedWhole)
+{
+    // 255 units and the terminator fill the 256-unit area in the frame; 256 and more take a heap
+    // block. Every unit must reach the file either way.
+    for (long count : {255L, 256L, 1000L}) {
+        Drawing d(Extension(0, 0, 100, 100));
+        std::u16string run(static_cast<std::size_t>(count), u'q');
+        run.back() = u'z';
+        d.canvas.text(run.c_str(), count, Point(0, 0));
+        std::string const body = d.take();
+        std::string const text = std::string(static_cast<std::size_t>(count) - 1, 'q') + "z</text>";
+        EXPECT_NE(body.find(">" + text), std::string::npos) << count;
+    }
+}
+
+TEST(SvgCanvas, ARunTooLongToCopyRaisesBadAllocation)
+{
+    Drawing d(Extension(0, 0, 100, 100));
+    wchar const one[] = u"x";
+    try {
+        d.canvas.text(one, LONG_MAX, Point(0, 0));
+        ADD_FAILURE() << "no exception";
+    } catch (std::bad_alloc const &e) {
+        EXPECT_STREQ(e.what(), "bad allocation");
+    }
+    EXPECT_EQ(d.take(), "");
+}
+
+TEST(SvgCanvas, ConstantAnswersAndForwarding)
+{
+    Drawing d(Extension(0, 0, 100, 100));
+    SVG_Canvas &c = d.canvas;
+    EXPECT_TRUE(c.dpi() == Extent(1440, 1440));
+    EXPECT_TRUE(c.twips_to_pixel(Extent(37, -5)) == Extent(37, -5));
+    EXPECT_TRUE(c.printing());
+    EXPECT_FALSE(c.short_coordinates());
+    c.antialias(true);
+    c.antialias_text(true);
+    EXPECT_FALSE(c.antialias());
+    EXPECT_FALSE(c.antialias_text());
+    EXPECT_TRUE(c.damaged(Rect(-5, -5, -1, -1)));
+    EXPECT_TRUE(c.damaged(Extension(0, 0, 0, 0)));
+    EXPECT_TRUE(c.really_damaged(Rect(1, 1, 1, 1)));
+    EXPECT_TRUE(c.really_damaged(Extension(9, 9, 9, 9)));
+    EXPECT_TRUE(c.any_real_damage());
+    EXPECT_EQ(c.char_set(), Gauge::cs_unicode);
+
+    // Metrics come from the gauge: "Arial" 240 gives 10 per character, ascent 8, descent 2.
+    EXPECT_TRUE(c.text_box(u"ab", 2) == Box(20, 8, 2));
+    EXPECT_TRUE(c.text_extent(u"abc", 3) == Extent(30, 10));
+    EXPECT_EQ(c.font_ascent(), 8);
+    EXPECT_EQ(c.font_em(), 10);
+    EXPECT_EQ(c.font_X_height(), 7);
+    EXPECT_EQ(std::u16string(c.font().name()), u"Arial");
+
+    // The fractional forms round onto the integral ones: (0.5, -0.5) -> (1, 0), (1.5, -1.5) -> (2, -1).
+    c.line_f(PointF(0.5, -0.5), PointF(1.5, -1.5));
+    EXPECT_EQ(d.take(), "<line stroke=\"#000000\" stroke-width=\"1\" x1=\"1\" y1=\"0\" x2=\"2\" y2=\"-1\"/>\n");
+}
+
+// --- The file checked by real readers ---
+
+struct XmlCheck
+{
+    bool well_formed = false;
+    std::string error;
+    std::string root;
+    std::map<std::string, int> elements;  // element name -> count
+    std::set<std::string> ids;
+    std::vector<std::string> clip_references;
+};
+
+void XMLCALL on_start(void *data, XML_Char const *name, XML_Char const **attributes)
+{
+    XmlCheck &check = *static_cast<XmlCheck *>(data);
+    if (check.root.empty())
+        check.root = name;
+    ++check.elements[name];
+    for (XML_Char const **a = attributes; *a != nullptr; a += 2) {
+        std::string const key = a[0];
+        if (key == "id")
+            check.ids.insert(a[1]);
+        if (key == "clip-path")
+            check.clip_references.push_back(a[1]);
+    }
+}
+
+void XMLCALL on_end(void *, XML_Char const *) {}
+
+XmlCheck parse_xml(std::string const &text)
+{
+    XmlCheck check;
+    XML_Parser parser = XML_ParserCreate(nullptr);
+    XML_SetUserData(parser, &check);
+    XML_SetElementHandler(parser, on_start, on_end);
+    if (XML_Parse(parser, text.data(), static_cast<int>(text.size()), 1) == XML_STATUS_OK)
+        check.well_formed = true;
+    else
+        check.error = std::string(XML_ErrorString(XML_GetErrorCode(parser))) + " at line " +
+                      std::to_string(XML_GetCurrentLineNumber(parser));
+    XML_ParserFree(parser);
+    return check;
+}
+
+// A drawing of 100 by 100 points (2000 twips). At 72 dpi one pixel is one point, 20 twips. The
+// square of pixels from (70, 70) to the corner stays empty; the clip keeps the fill of a rectangle
+// to its top right part.
+std::string full_drawing()
+{
+    std::ostringstream out;
+    TestSVGCanvas c(out, Extension(0, 0, 2000, 2000));
+    c.put_header("Tavi tests");
+    c.fill_rect(Rect(100, 100, 700, 700), Brush(Color(0, 0, 255)));  // pixels 5 to 35
+    for (int style = 1; style <= 6; ++style) {
+        long const left = 100 + (style - 1) * 250;
+        c.fill_rect(Rect(800, left, 1100, left + 200), Brush(static_cast<Brush::FillStyle>(style), Color::black));
+    }
+    c.pen(Pen(40, Color::black, Pen::solid), true);  // 2 pixels wide
+    c.line({100, 1200}, {1900, 1200});
+    c.pen(Pen(10, Color(200, 0, 0), Pen::dashed), true);
+    c.line({100, 1250}, {1000, 1250});
+    c.line({1000, 1250}, {1900, 1300});
+    c.pen(Pen(20, Color(0, 150, 0), Pen::dotted), true);
+    c.line({100, 1330}, {1900, 1330});
+    Point const path[] = {{100, 1450}, {300, 1450}, {300, 1650}, {100, 1650}};
+    c.poly_line(path, 4, false);
+    c.poly_line(path, 4, Pen(0, Color::black, Pen::solid), true);
+    c.frame_rect(Rect(1450, 350, 1650, 550), Pen(30, Color(0, 0, 0, 128), Pen::solid));
+    c.frame_ellipse(Rect(1450, 600, 1650, 800));
+    c.frame_ellipse(Rect(1450, 850, 1650, 1250), Pen(10, Color::black, Pen::dashed));
+    c.fill_ellipse(Rect(1700, 100, 1900, 300));
+    c.fill_ellipse(Rect(1700, 350, 1900, 650), Brush(Brush::cross, Color::black));
+    Point const triangle[] = {{700, 1700}, {1000, 1700}, {850, 1900}};
+    c.fill_polygon(triangle, 3, true);
+    c.fill_polygon(triangle, 3, Brush(Brush::diagonal, Color(0, 0, 0, 100)), false);
+    c.font(Font(u"DejaVu Sans", 160, true, false), Gauge::cs_unicode, 0);
+    c.text(u"A<&", 3, Point(750, 400));
+    c.font(Font(u"DejaVu Sans", 160, false, true), Gauge::cs_unicode, 90);
+    c.text(u"x", 1, Point(1300, 700));
+    c.translation(Point(0, 0));
+    c.clip_rect(Rect(100, 1500, 300, 1900));
+    c.fill_rect(Rect(0, 1400, 700, 2000), Brush(Color(0, 0, 0)));
+    c.no_clip_rect();
+    c.translation(Point(40, 40));
+    c.fill_rect(Rect(0, 0, 20, 20));
+    c.translation(Point(0, 0));
+    c.put_footer();
+    return out.str();
+}
+
+TEST(SvgCanvas, AFullDrawingIsWellFormedXml)
+{
+    std::string const svg = full_drawing();
+    XmlCheck const check = parse_xml(svg);
+    ASSERT_TRUE(check.well_formed) << check.error;
+    EXPECT_EQ(check.root, "svg");
+    EXPECT_EQ(check.elements.at("pattern"), 6);
+    EXPECT_EQ(check.elements.at("clipPath"), 1);
+    EXPECT_EQ(check.elements.at("text"), 2);
+    EXPECT_EQ(check.elements.at("line"), 4);
+    EXPECT_EQ(check.elements.at("circle"), 2);
+    EXPECT_EQ(check.elements.at("ellipse"), 2);
+    for (std::string const &reference : check.clip_references) {
+        ASSERT_EQ(reference.compare(0, 5, "url(#"), 0) << reference;
+        EXPECT_EQ(check.ids.count(reference.substr(5, reference.size() - 6)), 1u) << reference;
+    }
+}
+
+TEST(SvgCanvas, AFullDrawingRendersWithRsvg)
+{
+    std::string const rsvg = TaviTest::find_tool("rsvg-convert");
+    ASSERT_FALSE(rsvg.empty()) << "rsvg-convert (librsvg2-bin) is needed to check the SVG output";
+    std::string const svg_path = TaviTest::artefact_path("canvas", "svg_full_drawing.svg");
+    std::string const png_path = TaviTest::artefact_path("canvas", "svg_full_drawing.png");
+    ASSERT_TRUE(TaviTest::write_text_file(svg_path, full_drawing()));
+    std::remove(png_path.c_str());
+
+    TaviTest::ToolRun const run =
+        TaviTest::run_tool(rsvg, {"--dpi-x", "72", "--dpi-y", "72", "-o", png_path, svg_path});
+    ASSERT_TRUE(run.started) << run.errors;
+    ASSERT_EQ(run.exit_code, 0) << run.errors;
+    QImage const image = TaviTest::read_png(png_path);
+    ASSERT_FALSE(image.isNull());
+    // 100 by 100 points at 72 dpi.
+    EXPECT_EQ(image.width(), 100);
+    EXPECT_EQ(image.height(), 100);
+    // Inside the blue rectangle (pixels 5 to 35), away from its edges: all ink.
+    EXPECT_EQ(TaviTest::count_ink(image, 8, 8, 32, 32), 24 * 24);
+    QRgb const blue = image.pixel(20, 20);
+    EXPECT_LT(qRed(blue), 30);
+    EXPECT_GT(qBlue(blue), 220);
+    // Nothing is drawn in the empty corner.
+    EXPECT_EQ(TaviTest::count_ink(image, 71, 71, 100, 100), 0);
+    // The clip keeps the black fill (pixels 70 to 100 across, 0 to 35 down) to pixels 75 to 95
+    // across and 5 to 15 down.
+    EXPECT_EQ(TaviTest::count_ink(image, 77, 7, 93, 13), 16 * 6);
+    EXPECT_EQ(TaviTest::count_ink(image, 71, 17, 100, 35), 0);
+    // The solid line at y 60 (1200 twips), rows 59 and 60 from x 5 to 95.
+    EXPECT_GT(TaviTest::count_ink(image, 10, 59, 90, 61), 150);
+    // The filled circle, pixels 5 to 15 across, 85 to 95 down.
+    EXPECT_GT(TaviTest::count_ink(image, 8, 88, 12, 92), 12);
+}
+
+}  // namespace
