@@ -1,0 +1,136 @@
+// GlyphIterator: the post-order walk over hand-built trees, and the end of the walk.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "probe.h"
+#include "tavi/glyph/glyphiterator.h"
+
+namespace {
+
+using namespace Tavi;
+using GlyphTest::name_of;
+using GlyphTest::TreeBuilder;
+
+struct Walk
+{
+    char const *tree;
+    char const *order;  // names in the order visited: every child before its parent
+};
+
+Walk const walks[] = {
+    {"a", "a"},
+    {"E()", "E"},
+    {"R(a,b)", "abR"},
+    {"R(a,b,c,d)", "abcdR"},
+    {"R(S(a,b),c)", "abScR"},
+    {"R(a,S(b,c))", "abcSR"},
+    {"R(a,S(b,T(c)),d)", "abcTSdR"},
+    {"R(S(T(U(a))),b)", "aUTSbR"},
+    {"R(a,S(T(U(b))))", "abUTSR"},
+    {"R(E(),a,F())", "EaFR"},
+    {"R(S(a,T(b,c),d),U(e),V(W(f,g)))", "abcTdSeUfgWVR"},
+};
+
+TEST(GlyphIterator, PostOrderWalks)
+{
+    for (Walk const &w : walks) {
+        SCOPED_TRACE(w.tree);
+        int deaths = 0;
+        TreeBuilder builder(w.tree, &deaths);
+        Glyph *root = builder.build();
+        std::string visited;
+        GlyphIterator it(root);
+        for (int guard = 0; !it.at_end() && guard < 100; ++guard) {
+            visited += name_of(it.glyph());
+            bool const more = it.next();
+            EXPECT_EQ(more, !it.at_end());
+        }
+        EXPECT_EQ(visited, w.order);
+        // Past the end it stays there.
+        EXPECT_EQ(it.glyph(), nullptr);
+        EXPECT_FALSE(it.next());
+        EXPECT_TRUE(it.at_end());
+        root->unref();
+        EXPECT_EQ(deaths, builder.size());  // the walk neither kept nor dropped anything
+    }
+}
+
+TEST(GlyphIterator, TwoLeavesThenRootThenFalse)
+{
+    int deaths = 0;
+    TreeBuilder builder("R(a,b)", &deaths);
+    Glyph *root = builder.build();
+    GlyphIterator it(root);
+    EXPECT_EQ(it.glyph(), root->component(0));
+    EXPECT_TRUE(it.next());
+    EXPECT_EQ(it.glyph(), root->component(1));
+    EXPECT_TRUE(it.next());
+    EXPECT_EQ(it.glyph(), root);
+    EXPECT_FALSE(it.next());
+    EXPECT_TRUE(it.at_end());
+    root->unref();
+}
+
+TEST(GlyphIterator, NullRootAndRestart)
+{
+    GlyphIterator empty;
+    EXPECT_TRUE(empty.at_end());
+    EXPECT_EQ(empty.glyph(), nullptr);
+    EXPECT_FALSE(empty.next());
+
+    int deaths = 0;
+    TreeBuilder builder("R(S(a),b)", &deaths);
+    Glyph *root = builder.build();
+    GlyphIterator it(root);
+    it.next();
+    it.next();  // now on b
+    EXPECT_EQ(name_of(it.glyph()), "b");
+    it.root(root);  // starts again at the first leaf
+    EXPECT_EQ(name_of(it.glyph()), "a");
+    it.root(nullptr);
+    EXPECT_TRUE(it.at_end());
+    root->unref();
+}
+
+// A glyph whose component slots may be empty: the walk steps over them.
+class Slots : public Glyph
+{
+public:
+    explicit Slots(std::vector<Glyph *> slots) : slots_(std::move(slots)) {}
+    long count() override { return static_cast<long>(slots_.size()); }
+    Glyph *component(long i) override { return slots_.at(static_cast<std::size_t>(i)); }
+
+private:
+    std::vector<Glyph *> slots_;
+};
+
+TEST(GlyphIterator, NullComponentsAreSteppedOver)
+{
+    GlyphTest::Probe a("a"), b("b");
+    struct Case
+    {
+        char const *what;
+        std::vector<Glyph *> slots;
+        char const *order;
+    };
+    Case const cases[] = {
+        {"null first", {nullptr, &a, &b}, "ab?"},
+        {"null between", {&a, nullptr, &b}, "ab?"},
+        {"null last", {&a, &b, nullptr}, "ab?"},
+        {"only nulls", {nullptr, nullptr}, "?"},
+    };
+    for (Case const &c : cases) {
+        SCOPED_TRACE(c.what);
+        Slots root(c.slots);
+        std::string visited;
+        GlyphIterator it(&root);
+        for (int guard = 0; !it.at_end() && guard < 100; ++guard, it.next())
+            visited += name_of(it.glyph());
+        EXPECT_EQ(visited, c.order);
+    }
+}
+
+}  // namespace
