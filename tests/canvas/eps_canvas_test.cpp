@@ -1,0 +1,584 @@
+// Tests of the EPS writer: the whole text of small drawings, prolog included, against text worked
+// out by hand from the format's rules, and one drawing with every shape, pen style and hatch
+// rendered by Ghostscript.
+#include "tavi/canvas/eps_canvas.h"
+
+#include "support/external_tools.h"
+#include "support/recording_canvas.h"
+
+#include <gmock/gmock.h>
+
+#include <cstdio>
+#include <regex>
+#include <sstream>
+
+using namespace Tavi;
+using TaviTest::RecordingCanvas;
+
+namespace {
+
+// The writer over a recording gauge ("Arial", 240 twips to begin with). Fonts are matched by name:
+// "serif" becomes "Times New Roman" in Times, "Arial" and "Helvetica" are Helvetica, "Courier" is
+// Courier, "none" has no PostScript family, and any other name stays as it is, in Times.
+class TestEPSCanvas : public EPS_Canvas
+{
+public:
+    TestEPSCanvas(std::ostream &out, Extension const &extension) : EPS_Canvas(out, extension) {}
+
+    Gauge const *gauge() const override { return &measure; }
+    Gauge *gauge() override { return &measure; }
+    PSFont match_font(Font const &wanted, Font &matched) override
+    {
+        matched = wanted;
+        std::u16string const name = wanted.name();
+        if (name == u"serif") {
+            matched.name(u"Times New Roman");
+            return ps_times;
+        }
+        if (name == u"Arial" || name == u"Helvetica")
+            return ps_helvetica;
+        if (name == u"Courier")
+            return ps_courier;
+        if (name == u"none")
+            return ps_none;
+        return ps_times;
+    }
+
+    using EPS_Canvas::grestore;
+    using EPS_Canvas::gsave;
+    using EPS_Canvas::ps_font_name;
+    using EPS_Canvas::set_color;
+
+    RecordingCanvas measure;
+};
+
+// A canvas whose header has been written; `take` answers what was written since the last take.
+struct Drawing
+{
+    explicit Drawing(Extension const &extension) : canvas(out, extension)
+    {
+        canvas.put_header("Tavi tests");
+        taken = out.str().size();
+    }
+    std::string take()
+    {
+        std::string const all = out.str();
+        std::string const part = all.substr(taken);
+        taken = all.size();
+        return part;
+    }
+
+    std::ostringstream out;
+    TestEPSCanvas canvas;
+    std::size_t taken = 0;
+};
+
+std::string with_fixed_date(std::string const &text)
+{
+    static std::regex const date(
+        "CreationDate: [A-Z][a-z]{2} [A-Z][a-z]{2} [ 123][0-9] [0-2][0-9]:[0-5][0-9]:[0-6][0-9] [0-9]{4}\n");
+    return std::regex_replace(text, date, "CreationDate: DATE\n");
+}
+
+// Six uncoloured tiling patterns of 5.5 points with 0.4-point lines; twelve fonts re-encoded to
+// ISO Latin 1 under their short names; the operators, with the variables beside those that use them.
+std::string const prolog = R"PS(<< /PatternType 1 /PaintType 2 /TilingType 3 /BBox [-2.75 -2.75 2.75 2.75] /XStep 5.5 /YStep 5.5
+/PaintProc { pop [] 0 setdash 0.4 setlinewidth 0 -2.75 moveto 0 2.75 lineto stroke } bind
+>> matrix makepattern /HpV exch def
+<< /PatternType 1 /PaintType 2 /TilingType 3 /BBox [-2.75 -2.75 2.75 2.75] /XStep 5.5 /YStep 5.5
+/PaintProc { pop [] 0 setdash 0.4 setlinewidth -2.75 0 moveto 2.75 0 lineto stroke } bind
+>> matrix makepattern /HpH exch def
+<< /PatternType 1 /PaintType 2 /TilingType 3 /BBox [-2.75 -2.75 2.75 2.75] /XStep 5.5 /YStep 5.5
+/PaintProc { pop [] 0 setdash 0.4 setlinewidth -2.75 -2.75 moveto 2.75 2.75 lineto stroke } bind
+>> matrix makepattern /HpD exch def
+<< /PatternType 1 /PaintType 2 /TilingType 3 /BBox [-2.75 -2.75 2.75 2.75] /XStep 5.5 /YStep 5.5
+/PaintProc { pop [] 0 setdash 0.4 setlinewidth -2.75 2.75 moveto 2.75 -2.75 lineto stroke } bind
+>> matrix makepattern /HpBD exch def
+<< /PatternType 1 /PaintType 2 /TilingType 3 /BBox [-2.75 -2.75 2.75 2.75] /XStep 5.5 /YStep 5.5
+/PaintProc { pop [] 0 setdash 0.4 setlinewidth 0 -2.75 moveto 0 2.75 lineto -2.75 0 moveto 2.75 0 lineto stroke } bind
+>> matrix makepattern /HpC exch def
+<< /PatternType 1 /PaintType 2 /TilingType 3 /BBox [-2.75 -2.75 2.75 2.75] /XStep 5.5 /YStep 5.5
+/PaintProc { pop [] 0 setdash 0.4 setlinewidth -2.75 -2.75 moveto 2.75 2.75 lineto -2.75 2.75 moveto 2.75 -2.75 lineto stroke } bind
+>> matrix makepattern /HpXC exch def
+/Times-Roman findfont dup length dict begin { 1 index /FID ne { def } { pop pop } ifelse } forall
+/Encoding ISOLatin1Encoding def currentdict end /Ti exch definefont pop
+/Times-Italic findfont dup length dict begin { 1 index /FID ne { def } { pop pop } ifelse } forall
+/Encoding ISOLatin1Encoding def currentdict end /TiI exch definefont pop
+/Times-Bold findfont dup length dict begin { 1 index /FID ne { def } { pop pop } ifelse } forall
+/Encoding ISOLatin1Encoding def currentdict end /TiB exch definefont pop
+/Times-BoldItalic findfont dup length dict begin { 1 index /FID ne { def } { pop pop } ifelse } forall
+/Encoding ISOLatin1Encoding def currentdict end /TiBI exch definefont pop
+/Helvetica findfont dup length dict begin { 1 index /FID ne { def } { pop pop } ifelse } forall
+/Encoding ISOLatin1Encoding def currentdict end /He exch definefont pop
+/Helvetica-Oblique findfont dup length dict begin { 1 index /FID ne { def } { pop pop } ifelse } forall
+/Encoding ISOLatin1Encoding def currentdict end /HeI exch definefont pop
+/Helvetica-Bold findfont dup length dict begin { 1 index /FID ne { def } { pop pop } ifelse } forall
+/Encoding ISOLatin1Encoding def currentdict end /HeB exch definefont pop
+/Helvetica-BoldOblique findfont dup length dict begin { 1 index /FID ne { def } { pop pop } ifelse } forall
+/Encoding ISOLatin1Encoding def currentdict end /HeBI exch definefont pop
+/Courier findfont dup length dict begin { 1 index /FID ne { def } { pop pop } ifelse } forall
+/Encoding ISOLatin1Encoding def currentdict end /Co exch definefont pop
+/Courier-Oblique findfont dup length dict begin { 1 index /FID ne { def } { pop pop } ifelse } forall
+/Encoding ISOLatin1Encoding def currentdict end /CoI exch definefont pop
+/Courier-Bold findfont dup length dict begin { 1 index /FID ne { def } { pop pop } ifelse } forall
+/Encoding ISOLatin1Encoding def currentdict end /CoB exch definefont pop
+/Courier-BoldOblique findfont dup length dict begin { 1 index /FID ne { def } { pop pop } ifelse } forall
+/Encoding ISOLatin1Encoding def currentdict end /CoBI exch definefont pop
+/l { lineto } bind def
+/m { moveto } bind def
+/d { setdash } bind def
+/f { fill } bind def
+/f* { eofill } bind def
+/h { closepath } bind def
+/q { gsave } bind def
+/Q { grestore } bind def
+/rg { setrgbcolor } bind def
+/s { closepath stroke } bind def
+/S { stroke } bind def
+/sc { setcolor } bind def
+/Tj { show } bind def
+/w { setlinewidth } bind def
+/a { arc } bind def
+/n { newpath } bind def
+/t { translate } bind def
+/r { rotate } bind def
+/rf { rectfill } bind def
+/rc { rectclip } bind def
+/rs { rectstroke } bind def
+/D { [] 0 setdash } bind def
+/c { 0 360 arc } bind def
+/P { [/Pattern /DeviceRGB] setcolorspace setcolor } bind def
+/size 0 def
+/F { /size exch def findfont [size 0 0 size neg 0 0] makefont setfont } bind def
+/xr 0 def
+/yr 0 def
+/es { /yr exch def /xr exch def gsave translate xr yr div 1 scale newpath 0 0 yr 0 360 arc yr xr div 1 scale stroke grestore } bind def
+/ef { /yr exch def /xr exch def gsave translate xr yr div 1 scale newpath 0 0 yr 0 360 arc fill grestore } bind def
+/x 0 def
+/y 0 def
+/ep { /yr exch def /xr exch def /y exch def /x exch def gsave P x y translate xr yr div 1 scale newpath 0 0 yr 0 360 arc fill grestore } bind def
+/ang 0 def
+/Tr { /ang exch def gsave translate ang rotate 0 0 moveto show grestore } bind def
+)PS";
+
+TEST(EpsCanvas, HeaderPrologAndFooterOfAnEmptyDrawing)
+{
+    // Extension top 30, left 10, bottom 330, right 210. Bounding box, each / 20 and rounded with
+    // halves up: left 0.5 -> 1, top 1.5 -> 2, right 10.5 -> 11, bottom 16.5 -> 17. Height 300.
+    // The pen of width 0 is written as 1; the gauge's "Arial" 240 matches Helvetica, plain: He.
+    std::ostringstream out;
+    TestEPSCanvas canvas(out, Extension(30, 10, 330, 210));
+    canvas.put_header("Tavi tests");
+    canvas.put_footer();
+    EXPECT_EQ(with_fixed_date(out.str()),
+              "%!PS-Adobe-2.0 EPSF-2.0\n"
+              "%%BoundingBox: 1 2 11 17\n"
+              "%%Creator: Tavi tests\n"
+              "%%CreationDate: DATE\n"
+              "%%EndComments\n"
+              "%%BeginProlog\n" +
+                  prolog +
+                  "%%EndProlog\n"
+                  "%%Page: 1 1\n"
+                  "0.05 -0.05 scale\n"
+                  "0 -300 translate\n"
+                  "1 setlinecap\n"
+                  "1 setlinewidth\n"
+                  "/He 240 F\n"
+                  "showpage\n"
+                  "%%EOF\n");
+    // The font matched the gauge's own: the gauge was not asked to change it.
+    EXPECT_TRUE(canvas.measure.calls().empty());
+}
+
+TEST(EpsCanvas, BoundingBoxOrderAndRounding)
+{
+    struct Case
+    {
+        Extension extension;  // top, left, bottom, right
+        char const *box;      // left, top, right, bottom
+    } const cases[] = {
+        {Extension(0, 0, 300, 200), "%%BoundingBox: 0 0 10 15\n"},
+        {Extension(30, 10, 330, 210), "%%BoundingBox: 1 2 11 17\n"},
+        // -30 / 20 = -1.5 -> -1; -50 / 20 = -2.5 -> -2; -14 / 20 = -0.7 -> -1; -10 / 20 = -0.5 -> 0.
+        {Extension(-50, -30, -10, -14), "%%BoundingBox: -1 -2 -1 0\n"},
+    };
+    for (Case const &c : cases) {
+        std::ostringstream out;
+        TestEPSCanvas canvas(out, c.extension);
+        canvas.put_header(nullptr);
+        std::string const text = out.str();
+        EXPECT_EQ(text.substr(0, text.find("%%CreationDate")), std::string("%!PS-Adobe-2.0 EPSF-2.0\n") + c.box);
+    }
+}
+
+TEST(EpsCanvas, HeaderSelectsTheMatchedFont)
+{
+    {
+        // "serif" bold, 200 twips, becomes "Times New Roman" bold: the gauge measures that, in
+        // Unicode and upright, and the file selects TiB.
+        std::ostringstream out;
+        TestEPSCanvas canvas(out, Extension(0, 0, 100, 100));
+        canvas.measure.font(Font(u"serif", 200, true, false), Gauge::cs_ansi, 30);
+        canvas.measure.clear();
+        canvas.put_header(nullptr);
+        std::string const text = out.str();
+        EXPECT_EQ(text.substr(text.rfind("1 setlinecap")), "1 setlinecap\n1 setlinewidth\n/TiB 200 F\n");
+        EXPECT_THAT(canvas.measure.calls(), testing::ElementsAre("font(Times New Roman,200,1,0,cs=1,angle=0)"));
+    }
+    {
+        // A font with no PostScript family writes no font line.
+        std::ostringstream out;
+        TestEPSCanvas canvas(out, Extension(0, 0, 100, 100));
+        canvas.measure.font(Font(u"none", 200, false, false), Gauge::cs_unicode, 0);
+        canvas.put_header(nullptr);
+        std::string const text = out.str();
+        EXPECT_EQ(text.substr(text.rfind("1 setlinecap")), "1 setlinecap\n1 setlinewidth\n");
+    }
+}
+
+TEST(EpsCanvas, ShapesPensColoursAndDashPhases)
+{
+    Drawing d(Extension(30, 10, 330, 210));
+    TestEPSCanvas &c = d.canvas;
+    Point const pts[] = {{0, 0}, {100, 0}, {100, 100}};
+    Rect const r(10, 20, 60, 120);  // top 10, left 20, bottom 60, right 120: 20 10 100 50
+
+    c.pen(Pen(2, Color::black, Pen::solid), false);
+    // The dash of a changed pen is computed from the old width, 2: D = max(10, 120) = 120.
+    c.pen(Pen(30, Color::black, Pen::dashed), false);
+    // Each line writes its dash from the present width, 30: D = 150, period 300. Phases:
+    // -fmod(400, 300) = -100; -100 - fmod(300, 300) = -100; -100 - fmod(500, 300) = -300, not below
+    // -300; -300 - 50 = -350 < -300, so -50.
+    c.line({0, 0}, {400, 0});
+    c.line({400, 0}, {400, 300});
+    c.line({400, 300}, {0, 0});
+    c.line({0, 0}, {0, 50});
+    // A red dotted pen of width 0 for one line. Setting it: width "1 w"; dots from the old width 30:
+    // [30 300 - 30]. Its line: D = 120, [0 240] at phase -50, which becomes -50 - 10 = -60. Putting
+    // the dashed pen back: "30 w" and, from the old width 0, [120].
+    c.line({0, 50}, {0, 60}, Pen(0, Color(255, 0, 0), Pen::dotted), false);
+    c.line({0, 60}, {0, 0});  // phase -60 - 60 = -120
+    // restart: phase 0. 128 / 255 = 0.501961 in single precision.
+    c.pen(Pen(30, Color(128, 0, 255, 7), Pen::dotted), true);
+    c.line({0, 0}, {10, 0});  // phase -10
+    // A colour that differs only in alpha is the same colour: nothing is written for it.
+    c.pen(Pen(30, Color(128, 0, 255, 200), Pen::dotted), false);
+    c.line({10, 0}, {20, 0});
+    c.pen(Pen(2, Color::black, Pen::solid), true);
+    c.line({1, 1}, {2, 2});
+    c.poly_line(pts, 3, true);
+    c.poly_line(pts, 2, Pen(2, Color(0, 0, 255), Pen::solid), false);
+    c.poly_line(pts, 1, false);
+    c.poly_line(nullptr, 3, false);
+    c.frame_rect(r);
+    c.fill_rect(r, Brush(Color(0, 0, 255)));
+    c.fill_rect(r, Brush(Brush::diagonal, Color(255, 0, 0)));
+    c.fill_polygon(pts, 3, true);
+    c.fill_polygon(pts, 3, Brush(Brush::cross, Color(0, 255, 0)), false);
+    c.fill_polygon(pts, 2, true);
+    c.fill_polygon(nullptr, 3, true);
+    c.shadow(r);
+    // Ellipses are stroked solid: "D" before, the dash of width 30 (D 150) after. 31 by 15 in single
+    // precision: rx 15.5, cx 0 + 15.5, ry 7.5, cy 0 + 7.5.
+    c.pen(Pen(30, Color::black, Pen::dashed), false);
+    c.frame_ellipse(Rect(0, 0, 50, 50));
+    c.frame_ellipse(Rect(0, 0, 15, 31));
+    // Flat ellipses would divide by a radius of 0 in the file: nothing is written.
+    c.frame_ellipse(Rect(0, 0, 0, 31));
+    c.fill_ellipse(Rect(0, 0, 0, 31));
+    c.fill_ellipse(Rect(0, 0, 10, 0), Brush(Brush::cross, Color::black));
+    c.fill_ellipse(Rect(0, 0, 50, 50));
+    c.fill_ellipse(Rect(0, 0, 50, 50), Brush(Brush::vertical, Color(0, 0, 255)));
+    c.fill_ellipse(Rect(0, 0, 15, 31), Brush(Color(255, 0, 0)));
+    c.fill_ellipse(Rect(0, 0, 15, 31), Brush(Brush::diagonal_cross, Color::black));
+    c.erase();  // the extension: left 10, top 30, 200 by 300, in white
+
+    EXPECT_EQ(d.take(),
+              "2 w\n"
+              "30 w\n[120] 0 d\n"
+              "[150] -0 d\n0 0 m 400 0 l S\n"
+              "[150] 100 d\n400 0 m 400 300 l S\n"
+              "[150] 100 d\n400 300 m 0 0 l S\n"
+              "[150] 300 d\n0 0 m 0 50 l S\n"
+              "1 w\n[30 270] 0 d\n"
+              "[0 240] 50 d\n1 0 0 rg\n0 50 m 0 60 l S\n"
+              "30 w\n[120] 0 d\n"
+              "[150] 60 d\n0 0 0 rg\n0 60 m 0 0 l S\n"
+              "[30 270] 0 d\n"
+              "[30 270] -0 d\n0.501961 0 1 rg\n0 0 m 10 0 l S\n"
+              "[30 270] 10 d\n10 0 m 20 0 l S\n"
+              "2 w\nD\n"
+              "0 0 0 rg\n1 1 m 2 2 l S\n"
+              "0 0 m\n100 0 l\n100 100 l\ns\n"
+              "0 0 1 rg\n0 0 m\n100 0 l\nS\n"
+              "0 0 0 rg\n20 10 100 50 rs\n"
+              "0 0 1 rg\n20 10 100 50 rf\n"
+              "q\n1 0 0 HpD P\n20 10 100 50 rf\nQ\n"
+              "0 0 0 rg\n0 0 m\n100 0 l\n100 100 l\nh f\n"
+              "q\n0 1 0 HpC P\n0 0 m\n100 0 l\n100 100 l\nh f*\nQ\n"
+              "30 w\n[120] 0 d\n"
+              "D\nn 25 25 25 c S\n[150] 0 d\n"
+              "D\n15.5 7.5 15.5 7.5 es\n[150] 0 d\n"
+              "n 25 25 25 c f\n"
+              "q\n0 0 1 HpV P\nn 25 25 25 c f\nQ\n"
+              "1 0 0 rg\n15.5 7.5 15.5 7.5 ef\n"
+              "0 0 0 HpXC 15.5 7.5 15.5 7.5 ep\n"
+              "1 1 1 rg\n10 30 200 300 rf\n");
+    EXPECT_TRUE(c.pen() == Pen(30, Color::black, Pen::dashed));
+    EXPECT_TRUE(c.brush() == Brush(Color::black));
+}
+
+TEST(EpsCanvas, EveryFillStyleNamesItsPattern)
+{
+    struct Case
+    {
+        int style;
+        char const *pattern;
+    } const cases[] = {
+        {1, "HpH"}, {2, "HpV"}, {3, "HpD"}, {4, "HpBD"}, {5, "HpC"}, {6, "HpXC"}, {7, "HpH"}, {-3, "HpH"},
+    };
+    for (Case const &c : cases) {
+        Drawing d(Extension(0, 0, 100, 100));
+        d.canvas.fill_rect(Rect(1, 2, 3, 4), Brush(static_cast<Brush::FillStyle>(c.style), Color(0, 0, 255)));
+        EXPECT_EQ(d.take(), std::string("q\n0 0 1 ") + c.pattern + " P\n2 1 2 2 rf\nQ\n") << "style " << c.style;
+    }
+}
+
+TEST(EpsCanvas, TranslationClipAndSavedStates)
+{
+    Drawing d(Extension(0, 0, 100, 200));
+    TestEPSCanvas &c = d.canvas;
+    Rect got;
+
+    c.translation(Point(100, 50));
+    c.translation(Point(100, 50));  // no difference: nothing
+    c.translation(Point(90, 70));   // by (-10, 20)
+    c.add_translation(Point(0, 0));
+    c.add_translation(Point(5, -5));
+    EXPECT_TRUE(c.translation() == Point(95, 65));
+    EXPECT_FALSE(c.clip_rect(&got));
+    c.clip_rect(Rect(0, 0, 100, 200));
+    c.pen(Pen(5, Color::black, Pen::solid), false);
+    c.text_color(Color(255, 0, 0));
+    c.text(u"A(b)\\", 5, Point(10, 20));
+    // The new clip replaces the old: grestore first, which puts back through the setters what the
+    // gsave kept (pen width 0, written 1; colour black; text colour black), then a new gsave.
+    c.clip_rect(Rect(1, 2, 3, 4));
+    EXPECT_TRUE(c.clip_rect(&got));
+    EXPECT_TRUE(got == Rect(1, 2, 3, 4));
+    EXPECT_TRUE(c.pen() == Pen(0, Color::black, Pen::solid));
+    c.text(u"x", 1, Point(0, 0));  // 'x' is 120, octal 170, in the ANSI set
+    c.put_footer();
+
+    EXPECT_EQ(d.take(),
+              "100 50 t\n"
+              "-10 20 t\n"
+              "5 -5 t\n"
+              "q\n0 0 200 100 rc n\n"
+              "5 w\n"
+              "1 0 0 rg\n10 20 m\n(101\\(142\\)\\\\) Tj\n"
+              "Q\n1 w\n0 0 0 rg\n"
+              "q\n2 1 2 2 rc n\n"
+              "0 0 m\n(170) Tj\n"
+              "Q\nshowpage\n%%EOF\n");
+}
+
+TEST(EpsCanvas, GrestoreRestoresTheFontAndStopsOnAnEmptyStack)
+{
+    Drawing d(Extension(0, 0, 100, 100));
+    TestEPSCanvas &c = d.canvas;
+    c.gsave();
+    c.font(Font(u"Helvetica", 200, true, false), Gauge::cs_unicode, 0);
+    c.grestore();  // the kept "Arial" 240 in the ANSI set comes back: He, 240
+    EXPECT_EQ(c.char_set(), Gauge::cs_ansi);
+    c.grestore();  // nothing kept: only the operator
+    c.no_clip_rect();
+    EXPECT_EQ(d.take(), "q\n/HeB 200 F\nQ\n/He 240 F\nQ\n");
+    EXPECT_EQ(std::u16string(c.font().name()), u"Arial");
+}
+
+TEST(EpsCanvas, TextFontsAndOctalEscapes)
+{
+    Drawing d(Extension(0, 0, 100, 100));
+    TestEPSCanvas &c = d.canvas;
+
+    // The ANSI set, the start value: printable units come out as octal digits, others as a backslash
+    // and octal: e9 = 351, tab 9 = 11, 0x100 = 400, '~' 126 = 176, blank 32 = 40.
+    c.text(u"A(b)\\", 5, Point(10, 20));
+    c.text(u"\u00e9\t\u0100~ ", 5, Point(0, 0));
+    // The same font in another set: nothing is written.
+    c.font(Font(u"Arial", 240, false, false), Gauge::cs_unicode, 0);
+    // Unicode: printable units stay, e9 and tab and 127 (177) are escaped, 0x100 is dropped.
+    c.text(u"A\u00e9\t\u0100)~ \u007f", 8, Point(1, 2));
+    c.font(Font(u"Helvetica", 200, true, true), Gauge::cs_unicode, 0);
+    c.font(Font(u"Courier", 200, false, true), Gauge::cs_unicode, 90);
+    c.text(u"x", 1, Point(10, 20));
+    c.font(Font(u"serif", 240, true, false), Gauge::cs_unicode, -45);
+    c.text(u"y", 1, Point(-1, -2));
+    // No PostScript family: nothing, and the gauge keeps its font; the symbol set drops the text.
+    c.font(Font(u"none", 240, false, false), Gauge::cs_symbol, 0);
+    c.text(u"a", 1, Point(0, 0));
+    // The font the gauge has already: nothing.
+    c.font(Font(u"Times New Roman", 240, true, false), Gauge::cs_unicode, 0);
+    c.text_color(Color(0, 0, 255));
+    c.text(u"1", 1, Point(0, 0));
+    c.text(nullptr, 1, Point(0, 0));
+    c.text(u"1", 0, Point(0, 0));
+
+    EXPECT_EQ(d.take(),
+              "10 20 m\n(101\\(142\\)\\\\) Tj\n"
+              "0 0 m\n(\\351\\11\\40017640) Tj\n"
+              "1 2 m\n(A\\351\\11\\)~ \\177) Tj\n"
+              "/HeBI 200 F\n"
+              "/CoI 200 F\n"
+              "(x)\n10 20 -90 Tr\n"
+              "/TiB 240 F\n"
+              "(y)\n-1 -2 45 Tr\n"
+              "0 0 1 rg\n0 0 m\n(1) Tj\n");
+    // The gauge measures the matched font, in Unicode and upright.
+    EXPECT_EQ(std::u16string(c.measure.font().name()), u"Times New Roman");
+    EXPECT_EQ(c.measure.char_set(), Gauge::cs_unicode);
+    EXPECT_EQ(c.measure.text_angle(), 0);
+}
+
+TEST(EpsCanvas, FontNamesByFamilyWeightAndSlant)
+{
+    struct Case
+    {
+        EPS_Canvas::PSFont family;
+        bool bold;
+        bool italic;
+        char const *name;
+    } const cases[] = {
+        {EPS_Canvas::ps_times, false, false, "Ti"},      {EPS_Canvas::ps_times, false, true, "TiI"},
+        {EPS_Canvas::ps_times, true, false, "TiB"},      {EPS_Canvas::ps_times, true, true, "TiBI"},
+        {EPS_Canvas::ps_helvetica, false, false, "He"},  {EPS_Canvas::ps_helvetica, false, true, "HeI"},
+        {EPS_Canvas::ps_helvetica, true, false, "HeB"},  {EPS_Canvas::ps_helvetica, true, true, "HeBI"},
+        {EPS_Canvas::ps_courier, false, false, "Co"},    {EPS_Canvas::ps_courier, false, true, "CoI"},
+        {EPS_Canvas::ps_courier, true, false, "CoB"},    {EPS_Canvas::ps_courier, true, true, "CoBI"},
+        {EPS_Canvas::ps_none, true, false, "TiB"},
+    };
+    for (Case const &c : cases)
+        EXPECT_STREQ(TestEPSCanvas::ps_font_name(c.family, Font(u"Any", 240, c.bold, c.italic)), c.name);
+}
+
+TEST(EpsCanvas, ConstantAnswersAndForwarding)
+{
+    Drawing d(Extension(0, 0, 100, 100));
+    TestEPSCanvas &c = d.canvas;
+    EXPECT_TRUE(c.dpi() == Extent(1440, 1440));
+    EXPECT_TRUE(c.twips_to_pixel(Extent(37, -5)) == Extent(37, -5));
+    EXPECT_TRUE(c.printing());
+    EXPECT_FALSE(c.short_coordinates());
+    c.antialias(true);
+    c.antialias_text(true);
+    EXPECT_FALSE(c.antialias());
+    EXPECT_FALSE(c.antialias_text());
+    EXPECT_TRUE(c.damaged(Rect(-5, -5, -1, -1)));
+    EXPECT_TRUE(c.really_damaged(Extension(9, 9, 9, 9)));
+    EXPECT_TRUE(c.any_real_damage());
+    EXPECT_EQ(c.char_set(), Gauge::cs_ansi);
+    EXPECT_TRUE(c.text_box(u"ab", 2) == Box(20, 8, 2));
+    EXPECT_EQ(c.font_descent(), 2);
+    EXPECT_EQ(c.font_ex(), 5);
+    // Fractional forms round: (0.5, -0.5) -> (1, 0), (1.5, -1.5) -> (2, -1).
+    c.line_f(PointF(0.5, -0.5), PointF(1.5, -1.5));
+    c.set_color(Color(0, 0, 0, 0));  // black in another alpha: nothing
+    EXPECT_EQ(d.take(), "1 0 m 2 -1 l S\n");
+}
+
+// A drawing of 100 by 100 points (2000 twips); at 72 dpi a pixel is a point, 20 twips, and y runs
+// down from the top. The square from pixel (70, 70) to the corner stays empty; a clip keeps a black
+// fill to pixels 75 to 95 across and 5 to 15 down.
+std::string full_drawing()
+{
+    std::ostringstream out;
+    TestEPSCanvas c(out, Extension(0, 0, 2000, 2000));
+    c.put_header("Tavi tests");
+    c.fill_rect(Rect(100, 100, 700, 700), Brush(Color(0, 0, 255)));  // pixels 5 to 35
+    for (int style = 1; style <= 6; ++style) {
+        long const left = 100 + (style - 1) * 250;
+        c.fill_rect(Rect(800, left, 1100, left + 200), Brush(static_cast<Brush::FillStyle>(style), Color::black));
+    }
+    c.pen(Pen(40, Color::black, Pen::solid), true);  // 2 pixels wide
+    c.line({100, 1200}, {1900, 1200});
+    c.pen(Pen(10, Color(200, 0, 0), Pen::dashed), true);
+    c.line({100, 1250}, {1000, 1250});
+    c.line({1000, 1250}, {1900, 1300});
+    c.pen(Pen(20, Color(0, 150, 0), Pen::dotted), true);
+    c.line({100, 1330}, {1900, 1330});
+    Point const path[] = {{100, 1450}, {300, 1450}, {300, 1650}, {100, 1650}};
+    c.poly_line(path, 4, false);
+    c.poly_line(path, 4, Pen(0, Color::black, Pen::solid), true);
+    c.frame_rect(Rect(1450, 350, 1650, 550), Pen(30, Color(0, 0, 0), Pen::solid));
+    c.frame_ellipse(Rect(1450, 600, 1650, 800));
+    c.frame_ellipse(Rect(1450, 850, 1650, 1250), Pen(10, Color::black, Pen::dashed));
+    c.fill_ellipse(Rect(1700, 100, 1900, 300));
+    c.fill_ellipse(Rect(1700, 350, 1900, 650), Brush(Brush::cross, Color::black));
+    Point const triangle[] = {{700, 1700}, {1000, 1700}, {850, 1900}};
+    c.fill_polygon(triangle, 3, true);
+    c.fill_polygon(triangle, 3, Brush(Brush::diagonal, Color(0, 0, 0)), false);
+    c.fill_ellipse(Rect(1700, 1050, 1900, 1350), Brush(Brush::diagonal_cross, Color(200, 0, 0)));
+    c.font(Font(u"Helvetica", 240, true, false), Gauge::cs_unicode, 0);
+    c.text(u"A(\u00e9)", 4, Point(750, 400));
+    c.font(Font(u"serif", 240, false, true), Gauge::cs_unicode, 90);
+    c.text(u"x", 1, Point(1300, 700));
+    c.font(Font(u"Courier", 160, false, false), Gauge::cs_ansi, 0);
+    c.text(u"A", 1, Point(840, 760));  // "101": the ANSI set writes printable units as octal digits
+    c.clip_rect(Rect(100, 1500, 300, 1900));
+    c.fill_rect(Rect(0, 1400, 700, 2000), Brush(Color(0, 0, 0)));
+    c.no_clip_rect();
+    c.translation(Point(40, 40));
+    c.fill_rect(Rect(0, 0, 20, 20));
+    c.translation(Point(0, 0));
+    c.clip_rect(Rect(0, 0, 2000, 2000));
+    c.put_footer();
+    return out.str();
+}
+
+TEST(EpsCanvas, AFullDrawingRendersWithGhostscript)
+{
+    std::string const gs = TaviTest::find_tool("gs");
+    ASSERT_FALSE(gs.empty()) << "Ghostscript (gs) is needed to check the EPS output";
+    std::string const eps_path = TaviTest::artefact_path("canvas", "eps_full_drawing.eps");
+    std::string const png_path = TaviTest::artefact_path("canvas", "eps_full_drawing.png");
+    ASSERT_TRUE(TaviTest::write_text_file(eps_path, full_drawing()));
+    std::remove(png_path.c_str());
+
+    TaviTest::ToolRun const run =
+        TaviTest::run_tool(gs, {"-q", "-dSAFER", "-dEPSCrop", "-sDEVICE=png16m", "-r72", "-o", png_path, eps_path});
+    ASSERT_TRUE(run.started) << run.errors;
+    ASSERT_EQ(run.exit_code, 0) << run.output << run.errors;
+    EXPECT_EQ(run.output.find("Error"), std::string::npos) << run.output;
+    EXPECT_EQ(run.errors.find("Error"), std::string::npos) << run.errors;
+    QImage const image = TaviTest::read_png(png_path);
+    ASSERT_FALSE(image.isNull());
+    EXPECT_EQ(image.width(), 100);
+    EXPECT_EQ(image.height(), 100);
+    // The blue rectangle, pixels 5 to 35, inside its edges.
+    EXPECT_EQ(TaviTest::count_ink(image, 8, 8, 32, 32), 24 * 24);
+    QRgb const blue = image.pixel(20, 20);
+    EXPECT_LT(qRed(blue), 30);
+    EXPECT_GT(qBlue(blue), 220);
+    // The empty corner.
+    EXPECT_EQ(TaviTest::count_ink(image, 71, 71, 100, 100), 0);
+    // The clipped fill.
+    EXPECT_EQ(TaviTest::count_ink(image, 77, 7, 93, 13), 16 * 6);
+    EXPECT_EQ(TaviTest::count_ink(image, 71, 17, 100, 35), 0);
+    // Each hatch (pixels 40 to 55 down, 10 wide from 5 + 12.5 * (style - 1)) has ink, but is not
+    // filled solid.
+    for (int style = 1; style <= 6; ++style) {
+        int const left = 5 + (style - 1) * 25 / 2;
+        long const ink = TaviTest::count_ink(image, left + 1, 41, left + 9, 54);
+        EXPECT_GT(ink, 5) << "style " << style;
+        EXPECT_LT(ink, 8 * 13 * 3 / 4) << "style " << style;
+    }
+    // The solid line at y 60, rows 59 and 60.
+    EXPECT_GT(TaviTest::count_ink(image, 10, 59, 90, 61), 150);
+    // The filled circle, pixels 5 to 15 across, 85 to 95 down; the text at (37.5, 20).
+    EXPECT_GT(TaviTest::count_ink(image, 8, 88, 12, 92), 12);
+    EXPECT_GT(TaviTest::count_ink(image, 37, 11, 65, 21), 20);
+}
+
+}  // namespace
