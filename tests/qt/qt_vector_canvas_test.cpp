@@ -1,0 +1,221 @@
+// Qt_SVG_Canvas and Qt_EPS_Canvas: metrics through the private pixmap gauge, the choice of fonts, and
+// the sample drawing rendered for real by rsvg-convert and Ghostscript.
+#include "sample_drawing.h"
+
+#include "support/external_tools.h"
+#include "tavi/qt/qt_eps_canvas.h"
+#include "tavi/qt/qt_svg_canvas.h"
+
+#include <gtest/gtest.h>
+
+#include <QByteArray>
+#include <QString>
+#include <QXmlStreamReader>
+
+#include <sstream>
+#include <string>
+
+using namespace Tavi;
+
+namespace {
+
+// The sample page: 400 by 300 points are 8000 by 6000 twentieths of a point.
+Extension const sample_page(0, 0, 6000, 8000);
+
+std::string name_of(Font const &f)
+{
+    return QString::fromUtf16(f.name()).toStdString();
+}
+
+}  // namespace
+
+// Nothing is converted on the SVG canvas: every metric is in the pixels of the 96-dpi gauge, though
+// the canvas's own unit is the twip.
+TEST(QtSvgCanvas, MetricsComeInTheGaugesPixels)
+{
+    std::ostringstream out;
+    Qt_SVG_Canvas canvas(out, sample_page);
+    EXPECT_EQ(canvas.dpi(), Extent(1440, 1440));
+    EXPECT_EQ(canvas.twips_to_pixel(Extent(240, 20)), Extent(240, 20));
+    ASSERT_NE(canvas.gauge(), nullptr);
+
+    canvas.font(Font(u"DejaVu Serif", 240, false, false), Gauge::cs_unicode, 0);
+    EXPECT_EQ(canvas.font_ascent(), 15);
+    EXPECT_EQ(canvas.font_descent(), 4);
+    EXPECT_EQ(canvas.font_em(), 19);
+    EXPECT_EQ(canvas.text_box(u"Hello", 5), Box(43, 15, 4));
+    EXPECT_EQ(canvas.text_extent(u"Hello", 5), Extent(43, 19));
+    // The gauge never measures at an angle or in a symbol set.
+    canvas.font(Font(u"DejaVu Serif", 240, false, false), Gauge::cs_symbol, 90);
+    EXPECT_EQ(canvas.gauge()->text_angle(), 0);
+    EXPECT_EQ(canvas.text_angle(), 90);
+}
+
+TEST(QtSvgCanvas, GenericFamiliesAreReplacedOnlyThroughItsOwnFontSelection)
+{
+    std::ostringstream out;
+    Qt_SVG_Canvas canvas(out, sample_page);
+    struct Case
+    {
+        char16_t const *wanted;
+        char const *measured;
+    };
+    Case const cases[] = {
+        {u"serif", "Times New Roman"},   {u"sans-serif", "Arial"},       {u"monospace", "Courier New"},
+        {u"Serif", "Serif"},             {u"serif ", "serif "},          {u"DejaVu Serif", "DejaVu Serif"},
+    };
+    for (Case const &c : cases) {
+        Font const wanted(c.wanted, 300, true, false);
+        canvas.font(wanted);
+        Font const got = canvas.font();
+        EXPECT_EQ(name_of(got), c.measured);
+        EXPECT_EQ(got.size(), 300);
+        EXPECT_TRUE(got.bold());
+        EXPECT_EQ(name_of(wanted), QString::fromUtf16(c.wanted).toStdString());  // the caller's font is untouched
+    }
+
+    // The family that reaches the file is the gauge's.
+    canvas.font(Font(u"serif", 240, false, false), Gauge::cs_unicode, 0);
+    canvas.text(u"a", 1, Point(0, 0));
+    canvas.font(Font(u"serif", 240, false, false));
+    canvas.text(u"b", 1, Point(0, 0));
+    std::string const svg = out.str();
+    EXPECT_NE(svg.find("font-family=\"serif\""), std::string::npos);
+    EXPECT_NE(svg.find("font-family=\"Times New Roman\""), std::string::npos);
+}
+
+// With the pixmap at 96 dpi, one pixel is 1440 / 96 = 15 twips.
+TEST(QtEpsCanvas, LineMetricsAndTextBoxAreConvertedToTwips)
+{
+    std::ostringstream out;
+    Qt_EPS_Canvas canvas(out, sample_page);
+    EXPECT_EQ(canvas.screen_dpi(), 96);
+    EXPECT_EQ(canvas.dpi(), Extent(1440, 1440));
+    EXPECT_EQ(canvas.pixel2twips(16), 240);
+    EXPECT_EQ(canvas.pixel2twips(1), 15);
+    EXPECT_EQ(canvas.pixel2twips(-3), -45);
+
+    // Select 12 pt DejaVu Serif on the gauge itself (match_font would pick another family): ascent
+    // 15, descent 4, "Hello" 43 pixels.
+    canvas.gauge()->font(Font(u"DejaVu Serif", 240, false, false), Gauge::cs_unicode, 0);
+    EXPECT_EQ(canvas.font_ascent(), 225);  // 15 * 15
+    EXPECT_EQ(canvas.font_descent(), 60);  // 4 * 15
+    EXPECT_EQ(canvas.font_em(), 285);      // 19 * 15
+    EXPECT_EQ(canvas.text_box(u"Hello", 5), Box(645, 225, 60));
+    EXPECT_EQ(canvas.font_X_height(), canvas.pixel2twips(canvas.gauge()->font_X_height()));
+    EXPECT_EQ(canvas.font_ex(), canvas.pixel2twips(canvas.gauge()->font_ex()));
+    EXPECT_EQ(canvas.font_leading(), canvas.pixel2twips(canvas.gauge()->font_leading()));
+    // These stay in pixels.
+    EXPECT_EQ(canvas.text_extent(u"Hello", 5), Extent(43, 19));
+    Box ink;
+    long left = 0, right = 0;
+    canvas.text_metrics(u"Hello", 5, ink, left, right);
+    EXPECT_EQ(ink.width(), 43);
+    EXPECT_EQ(canvas.text_box(nullptr, 5), Box::zero);
+}
+
+TEST(QtEpsCanvas, MatchFontLandsOnOneOfThreeFamilies)
+{
+    std::ostringstream out;
+    Qt_EPS_Canvas canvas(out, sample_page);
+    struct Case
+    {
+        char16_t const *wanted;
+        char const *matched;
+        EPS_Canvas::PSFont family;
+    };
+    Case const cases[] = {
+        {u"serif", "Times New Roman", EPS_Canvas::ps_times},
+        {u"sans-serif", "Arial", EPS_Canvas::ps_helvetica},
+        {u"monospace", "Courier New", EPS_Canvas::ps_courier},
+        // The rest is Qt's: a fixed pitch is Courier, a sans-serif face Helvetica, anything else Times.
+        {u"Courier New", "Courier New", EPS_Canvas::ps_courier},
+        {u"DejaVu Sans Mono", "Courier New", EPS_Canvas::ps_courier},
+        {u"Arial", "Arial", EPS_Canvas::ps_helvetica},
+        {u"DejaVu Sans", "Arial", EPS_Canvas::ps_helvetica},
+        {u"Times New Roman", "Times New Roman", EPS_Canvas::ps_times},
+        {u"DejaVu Serif", "Times New Roman", EPS_Canvas::ps_times},
+        {u"Symbol", "Times New Roman", EPS_Canvas::ps_times},
+    };
+    for (Case const &c : cases) {
+        Font const wanted(c.wanted, 250, true, true);
+        Font matched(u"placeholder", 100, false, false);
+        EXPECT_EQ(canvas.match_font(wanted, matched), c.family) << name_of(wanted);
+        EXPECT_EQ(name_of(matched), c.matched) << name_of(wanted);
+        EXPECT_EQ(matched.size(), 250);
+        EXPECT_TRUE(matched.bold());
+        EXPECT_TRUE(matched.italic());
+        EXPECT_EQ(name_of(wanted), QString::fromUtf16(c.wanted).toStdString());
+    }
+
+    // "serif", bold and italic, is drawn in the prolog's Times-BoldItalic.
+    canvas.font(Font(u"serif", 240, true, true), Gauge::cs_unicode, 0);
+    EXPECT_NE(out.str().find("/TiBI 240 F\n"), std::string::npos);
+    EXPECT_EQ(name_of(canvas.gauge()->font()), "Times New Roman");
+}
+
+TEST(QtSvgCanvas, SampleDrawingParsesAndRenders)
+{
+    std::ostringstream out;
+    {
+        Qt_SVG_Canvas canvas(out, sample_page);
+        canvas.put_header("tavi tests");
+        TaviTest::draw_sample(canvas);
+        canvas.put_footer();
+    }
+    std::string const svg = out.str();
+
+    QXmlStreamReader reader(QByteArray::fromStdString(svg));
+    int elements = 0;
+    while (!reader.atEnd()) {
+        if (reader.readNext() == QXmlStreamReader::StartElement)
+            ++elements;
+    }
+    ASSERT_FALSE(reader.hasError()) << reader.errorString().toStdString() << " at line " << reader.lineNumber();
+    EXPECT_GT(elements, 30);
+
+    std::string const tool = TaviTest::find_tool("rsvg-convert");
+    ASSERT_FALSE(tool.empty()) << "rsvg-convert is needed to render the SVG (package librsvg2-bin)";
+    std::string const svg_path = TaviTest::artefact_path("qt", "sample.svg");
+    std::string const png_path = TaviTest::artefact_path("qt", "sample_svg.png");
+    ASSERT_TRUE(TaviTest::write_text_file(svg_path, svg));
+    // 72 dpi: one pixel a point, so the 400 by 300 point page is 400 by 300 pixels.
+    TaviTest::ToolRun const run = TaviTest::run_tool(
+        tool, {"--dpi-x", "72", "--dpi-y", "72", "--background-color", "white", "-o", png_path, svg_path});
+    ASSERT_TRUE(run.started);
+    ASSERT_EQ(run.exit_code, 0) << run.errors;
+    QImage const image = TaviTest::read_png(png_path);
+    ASSERT_EQ(image.width(), 400);
+    ASSERT_EQ(image.height(), 300);
+    TaviTest::expect_sample_ink(image, TaviTest::Surface::svg, "svg");
+}
+
+TEST(QtEpsCanvas, SampleDrawingRendersInGhostscript)
+{
+    std::ostringstream out;
+    {
+        Qt_EPS_Canvas canvas(out, sample_page);
+        canvas.put_header("tavi tests");
+        TaviTest::draw_sample(canvas);
+        canvas.put_footer();
+    }
+    std::string const eps = out.str();
+    EXPECT_EQ(eps.rfind("%!PS-Adobe-2.0 EPSF-2.0\n%%BoundingBox: 0 0 400 300\n", 0), 0u);
+
+    std::string const tool = TaviTest::find_tool("gs");
+    ASSERT_FALSE(tool.empty()) << "Ghostscript (gs) is needed to render the EPS (package ghostscript)";
+    std::string const eps_path = TaviTest::artefact_path("qt", "sample.eps");
+    std::string const png_path = TaviTest::artefact_path("qt", "sample_eps.png");
+    ASSERT_TRUE(TaviTest::write_text_file(eps_path, eps));
+    TaviTest::ToolRun const run = TaviTest::run_tool(
+        tool, {"-q", "-dSAFER", "-dBATCH", "-dNOPAUSE", "-dEPSCrop", "-r72", "-sDEVICE=png16m",
+               "-sOutputFile=" + png_path, eps_path});
+    ASSERT_TRUE(run.started);
+    ASSERT_EQ(run.exit_code, 0) << run.output << run.errors;
+    EXPECT_EQ(run.output.find("Error"), std::string::npos) << run.output;
+    EXPECT_EQ(run.errors.find("Error"), std::string::npos) << run.errors;
+    QImage const image = TaviTest::read_png(png_path);
+    ASSERT_EQ(image.width(), 400);
+    ASSERT_EQ(image.height(), 300);
+    TaviTest::expect_sample_ink(image, TaviTest::Surface::eps, "eps");
+}
