@@ -1,0 +1,44 @@
+// MathAccentNode: its one operand, cloning and the text.
+#include "tavi/math/mathaccentnode.h"
+
+#include <memory>
+#include <string_view>
+
+#include "tavi/math/mathscriptnode.h"
+
+namespace Tavi {
+
+MathAccentNode::MathAccentNode(MathTemplate *templ) : MathExprNode(templ) {}
+
+MathAccentNode::MathAccentNode(MathAccentNode const &other, WithoutChildren without) : MathExprNode(other, without) {}
+
+Glyph *MathAccentNode::clone(bool deep) const
+{
+    if (!deep)
+        return new MathAccentNode(*this);
+    std::unique_ptr<MathAccentNode> copy(new MathAccentNode(*this, WithoutChildren{}));
+    copy->append_clones_of(*this);
+    return copy.release();
+}
+
+long MathAccentNode::cat_type() const { return 20; }
+
+unsigned long MathAccentNode::cat_childs() const { return 0; }
+
+bool MathAccentNode::may_replace(long index, MathNode *node)
+{
+    return index == 0 && MathScriptNode::is_identifier_like(node, false);
+}
+
+Kxt::FixedString MathAccentNode::cat_text() { return Kxt::FixedString(child_text(0) + accent_text()); }
+
+wstring MathAccentNode::accent_text() const
+{
+    std::u16string_view name(type_name());
+    std::u16string_view const suffix = u"_accent";
+    if (name.size() > suffix.size() && name.substr(name.size() - suffix.size()) == suffix)
+        name.remove_suffix(suffix.size());
+    return u"&" + wstring(name) + u";";
+}
+
+}  // namespace Tavi

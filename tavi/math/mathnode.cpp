@@ -1,0 +1,319 @@
+// MathNode: the hand-over to the template, the highlight of selected nodes, and the walks over the
+// subtree (insertion-point flag, equality, search).
+#include "tavi/math/mathnode.h"
+
+#include <memory>
+
+#include "tavi/canvas/brush.h"
+#include "tavi/canvas/canvas.h"
+#include "tavi/canvas/pen.h"
+#include "tavi/geometry/allocationtree.h"
+#include "tavi/geometry/boxtree.h"
+#include "tavi/geometry/extension.h"
+#include "tavi/math/mathattriblist.h"
+#include "tavi/math/mathnodecontext.h"
+#include "tavi/math/mathstring.h"
+
+namespace Tavi {
+
+namespace {
+
+Color const yellow(255, 255, 0);
+Color const cyan(0, 255, 255);
+Color const green(0, 255, 0);
+
+// The highlight behind a node, by the state of the node and of the surface. `lit` is the colour and
+// fill used when the view has the focus (and, where the row says so, the node lies inside a selected
+// node); `unlit` otherwise. A state that no row matches has no highlight.
+enum Match { no, yes, any };
+
+struct HighlightRule
+{
+    Match printing;
+    Match selected;
+    Match ip_operand;
+    bool lit_needs_selection;
+    Color lit;
+    bool lit_filled;
+    Color unlit;
+    bool unlit_filled;
+};
+
+HighlightRule const highlight_rules[] = {
+    // printing selected ip_operand  needs sel.  lit     filled  unlit   filled
+    {no, yes, no, false, yellow, true, yellow, false},
+    {no, yes, yes, false, cyan, true, green, true},
+    {no, no, yes, true, cyan, true, green, true},
+    {yes, any, yes, false, green, true, green, true},
+};
+
+bool matches(Match m, bool value) { return m == any || (m == yes) == value; }
+
+struct Highlight
+{
+    bool on = false;
+    Color color;
+    bool filled = false;
+};
+
+Highlight choose_highlight(bool printing, bool selected, bool ip_operand, bool focus, bool in_selection)
+{
+    Highlight h;
+    for (HighlightRule const &r : highlight_rules) {
+        if (!matches(r.printing, printing) || !matches(r.selected, selected) || !matches(r.ip_operand, ip_operand))
+            continue;
+        bool const lit = focus && (!r.lit_needs_selection || in_selection);
+        h.on = true;
+        h.color = lit ? r.lit : r.unlit;
+        h.filled = lit ? r.lit_filled : r.unlit_filled;
+        break;
+    }
+    return h;
+}
+
+}  // namespace
+
+// ---- Construction ----
+
+MathNode::MathNode(MathTemplate *templ) : templ_(templ), selected_(false), ip_operand_(false)
+{
+    if (templ_)
+        templ_->ref();
+}
+
+MathNode::MathNode(MathNode const &other)
+    : Glyph(other), templ_(other.templ_), selected_(other.selected_), ip_operand_(other.ip_operand_)
+{
+    if (templ_)
+        templ_->ref();
+}
+
+MathNode::~MathNode()
+{
+    if (templ_)
+        templ_->unref();
+}
+
+MathNode::AsMathNode::AsMathNode(MathInfo &context, MathNode *node) : context_(context), old_(context.math_node())
+{
+    context_.math_node(node);
+}
+
+MathNode::AsMathNode::~AsMathNode() { context_.math_node(old_); }
+
+MathNodeContext *MathNode::math_context(GlyphContext &context) { return dynamic_cast<MathNodeContext *>(&context); }
+
+// ---- Seams ----
+
+// The view's focus decides between the bright and the quiet highlight. Views don't tell it yet, so a
+// highlight is always drawn as for a view without the focus.
+bool MathNode::view_has_focus(GlyphContext const &) { return false; }
+
+// The selection's path is not readable from here yet: every path ends at the node asked.
+bool MathNode::path_entry(MathSelection const *, std::size_t, long &) { return false; }
+
+// Nothing to record until the selection keeps a path.
+void MathNode::enter_child(MathSelection *, long) {}
+
+// ---- Glyph protocol ----
+
+BoxTree *MathNode::request(GlyphContext &context, BoxTree const &constraint)
+{
+    MathNodeContext *math = math_context(context);
+    if (math == nullptr || templ_ == nullptr)
+        return nullptr;
+    AsMathNode scope(*math, this);
+    return templ_->request(*math, constraint);
+}
+
+// The highlight is widened by 10 twips left and right and 20 twips up and down, so that it shows
+// around the ink of the node and not only under it.
+void MathNode::draw(GlyphContext &context, AllocationTree const &allocation)
+{
+    MathNodeContext *math = math_context(context);
+    Canvas *canvas = context.canvas();
+    if (math == nullptr || canvas == nullptr || templ_ == nullptr || allocation.boxtree() == nullptr)
+        return;
+
+    std::unique_ptr<AllocationTree> tree(allocate(context, allocation));
+    if (tree == nullptr || !canvas->damaged(Extension(canvas, *tree)))
+        return;
+
+    bool const was_in_selection = math->in_selection();
+    if (selected_)
+        math->in_selection(true);
+
+    Highlight const h =
+        choose_highlight(canvas->printing(), selected_, ip_operand_, view_has_focus(context), was_in_selection);
+    if (h.on) {
+        Extent const margin = canvas->twips_to_pixel(Extent(10, 20));
+        Rect const r(allocation.top() - margin.height(), allocation.left() - margin.width(),
+                     allocation.bottom() + margin.height(), allocation.right() + margin.width());
+        if (h.filled) {
+            canvas->fill_rect(r, Brush(h.color));
+        } else {
+            canvas->pen(Pen(0, h.color), true);
+            canvas->frame_rect(r);
+        }
+    }
+
+    {
+        AsMathNode scope(*math, this);
+        templ_->draw(*math, allocation);
+    }
+    math->in_selection(was_in_selection);
+}
+
+bool MathNode::read_only() const
+{
+    Glyph const *p = parent();
+    return p != nullptr && p->read_only();
+}
+
+// ---- Node operations ----
+
+wchar const *MathNode::type_name() const { return templ_ ? templ_->type_name() : u""; }
+
+wchar const *MathNode::content_type_name() const { return type_name(); }
+
+bool MathNode::pick(MathSelection *selection, MathNodeContext &context, AllocationTree const &allocation, Point point)
+{
+    if (templ_ == nullptr)
+        return false;
+    AsMathNode scope(context, this);
+    for (long i = 0; i < count(); ++i) {
+        std::unique_ptr<AllocationTree> at(allocate(i, context, allocation));
+        if (at != nullptr && at->boxtree() != nullptr && at->contains(point)) {
+            enter_child(selection, i);
+            return templ_->pick(i, selection, context, allocation, point);
+        }
+    }
+    return false;
+}
+
+AllocationTree *MathNode::allocate_selection(MathSelection *selection, std::size_t depth, MathNodeContext &context,
+                                             AllocationTree const &allocation)
+{
+    long index = 0;
+    if (templ_ == nullptr || !path_entry(selection, depth, index))
+        return Glyph::allocate(context, allocation);
+    AsMathNode scope(context, this);
+    return templ_->allocate_selection(index, selection, depth + 1, context, allocation);
+}
+
+bool MathNode::is_equal(MathNode *other)
+{
+    if (other == this)
+        return true;
+    if (other == nullptr || other->templ_ != templ_ || other->count() != count())
+        return false;
+    for (long i = 0; i < count(); ++i) {
+        MathNode *mine = child(static_cast<int>(i));
+        MathNode *theirs = other->child(static_cast<int>(i));
+        if (mine == nullptr || theirs == nullptr ? mine != theirs : !mine->is_equal(theirs))
+            return false;
+    }
+    return true;
+}
+
+Kxt::FixedString MathNode::cat_text()
+{
+    MathString const &t = text();
+    if (t.run_count() == 0 || t.run_end(t.run_count() - 1) == 0)
+        return Kxt::FixedString(u"");
+    return Kxt::FixedString(t.text_form());
+}
+
+MathAttribList *MathNode::attribute_list() { return nullptr; }
+
+void MathNode::attribute(wchar const *, wchar const *) {}
+
+MathNode *MathNode::child(int index) { return static_cast<MathNode *>(component(index)); }
+
+MathTemplate::DeleteOp MathNode::delete_child_op(std::size_t index)
+{
+    return templ_ ? templ_->delete_child_op(this, index) : MathTemplate::delete_none;
+}
+
+long MathNode::caret_pos() { return -1; }
+
+bool MathNode::increment_caret_pos(bool) { return false; }
+
+void MathNode::set_caret_pos(bool) {}
+
+void MathNode::modified() {}
+
+// ---- Walks and template questions ----
+
+void MathNode::ip_operand(bool on)
+{
+    for (long i = 0; i < count(); ++i)
+        if (MathNode *c = child(static_cast<int>(i)))
+            c->ip_operand(false);
+    ip_operand_ = on;
+}
+
+bool MathNode::has_ip_operand()
+{
+    if (ip_operand_)
+        return true;
+    for (long i = 0; i < count(); ++i)
+        if (MathNode *c = child(static_cast<int>(i)); c != nullptr && c->has_ip_operand())
+            return true;
+    return false;
+}
+
+bool MathNode::has_node(MathNode *node)
+{
+    if (node == this || is_equal(node))
+        return true;
+    for (long i = 0; i < count(); ++i)
+        if (MathNode *c = child(static_cast<int>(i)); c != nullptr && c->has_node(node))
+            return true;
+    return false;
+}
+
+bool MathNode::same_type(MathNode const *node) const { return node != nullptr && node->templ_ == templ_; }
+
+bool MathNode::associative() const { return templ_ && templ_->associative(); }
+
+bool MathNode::is_sequence() const { return templ_ && templ_->is_sequence(); }
+
+bool MathNode::flatten_sequence(long index) const { return templ_ && templ_->flatten_sequence(this, index); }
+
+bool MathNode::get_neighbour_child(MathNodeContext &context, long index, Input::Key key, long &result)
+{
+    if (templ_ == nullptr)
+        return false;
+    AsMathNode scope(context, this);
+    return templ_->get_neighbour_child(context, index, key, result);
+}
+
+// ---- Attributes ----
+
+void MathNode::attribute_list(MathAttribList *list)
+{
+    if (list == nullptr)
+        return;
+    for (MathAttribute const *a : *list)
+        attribute(a->key(), a->value());
+}
+
+wstring MathNode::attribute_string()
+{
+    std::unique_ptr<MathAttribList> list(attribute_list());
+    wstring out;
+    if (list == nullptr)
+        return out;
+    for (MathAttribute const *a : *list) {
+        if (a->key())
+            out += a->key();
+        out += u"=\"";
+        if (a->value())
+            out += a->value();
+        out += u"\",";
+    }
+    return out;
+}
+
+}  // namespace Tavi

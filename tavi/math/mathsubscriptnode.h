@@ -1,0 +1,23 @@
+// MathSubscriptNode: an identifier with a subscript, as x_i.
+#pragma once
+
+#include "tavi/math/mathscriptnode.h"
+
+namespace Tavi {
+
+class MathSubscriptNode : public MathScriptNode
+{
+public:
+    explicit MathSubscriptNode(MathTemplate *templ);
+    MathSubscriptNode(MathSubscriptNode const &other) = default;
+
+    Glyph *clone(bool deep) const override;
+    // base_script, as "x_i": the form in which an identifier with an underscore reads back as a
+    // subscript.
+    Kxt::FixedString cat_text() override;
+
+private:
+    MathSubscriptNode(MathSubscriptNode const &other, WithoutChildren without);
+};
+
+}  // namespace Tavi
