@@ -8,8 +8,8 @@
 
 #include <gmock/gmock.h>
 
+#include <cctype>
 #include <cstdio>
-#include <regex>
 #include <sstream>
 
 using namespace Tavi;
@@ -73,11 +73,29 @@ struct Drawing
     std::size_t taken = 0;
 };
 
-std::string with_fixed_date(std::string const &text)
+// The asctime text of the creation date varies: it is checked for its form, "Www Mmm dd hh:mm:ss yyyy",
+// and replaced by DATE. A text of another form stays, and fails the comparison.
+std::string with_fixed_date(std::string text)
 {
-    static std::regex const date(
-        "CreationDate: [A-Z][a-z]{2} [A-Z][a-z]{2} [ 123][0-9] [0-2][0-9]:[0-5][0-9]:[0-6][0-9] [0-9]{4}\n");
-    return std::regex_replace(text, date, "CreationDate: DATE\n");
+    std::string const key = "CreationDate: ";
+    // A an upper-case letter, a a lower-case one, 9 a digit, # a digit or a blank.
+    std::string const form = "Aaa Aaa #9 99:99:99 9999";
+    std::size_t const at = text.find(key);
+    if (at == std::string::npos || text.size() < at + key.size() + form.size())
+        return text;
+    std::size_t const start = at + key.size();
+    for (std::size_t i = 0; i < form.size(); ++i) {
+        unsigned char const ch = static_cast<unsigned char>(text[start + i]);
+        bool const fits = form[i] == 'A'   ? std::isupper(ch) != 0
+                          : form[i] == 'a' ? std::islower(ch) != 0
+                          : form[i] == '9' ? std::isdigit(ch) != 0
+                          : form[i] == '#' ? (std::isdigit(ch) != 0 || ch == ' ')
+                                           : ch == static_cast<unsigned char>(form[i]);
+        if (!fits)
+            return text;
+    }
+    text.replace(start, form.size(), "DATE");
+    return text;
 }
 
 // Six uncoloured tiling patterns of 5.5 points with 0.4-point lines; twelve fonts re-encoded to

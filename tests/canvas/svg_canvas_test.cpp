@@ -9,11 +9,11 @@
 #include <expat.h>
 #include <gmock/gmock.h>
 
+#include <cctype>
 #include <climits>
 #include <cstdio>
 #include <map>
 #include <new>
-#include <regex>
 #include <set>
 #include <sstream>
 
@@ -57,12 +57,29 @@ struct Drawing
     std::size_t taken = 0;
 };
 
-// The asctime text of the creation date varies; it is checked for its form and replaced by DATE.
-std::string with_fixed_date(std::string const &text)
+// The asctime text of the creation date varies: it is checked for its form, "Www Mmm dd hh:mm:ss yyyy",
+// and replaced by DATE. A text of another form stays, and fails the comparison.
+std::string with_fixed_date(std::string text)
 {
-    static std::regex const date(
-        "CreationDate: [A-Z][a-z]{2} [A-Z][a-z]{2} [ 123][0-9] [0-2][0-9]:[0-5][0-9]:[0-6][0-9] [0-9]{4}");
-    return std::regex_replace(text, date, "CreationDate: DATE");
+    std::string const key = "CreationDate: ";
+    // A an upper-case letter, a a lower-case one, 9 a digit, # a digit or a blank.
+    std::string const form = "Aaa Aaa #9 99:99:99 9999";
+    std::size_t const at = text.find(key);
+    if (at == std::string::npos || text.size() < at + key.size() + form.size())
+        return text;
+    std::size_t const start = at + key.size();
+    for (std::size_t i = 0; i < form.size(); ++i) {
+        unsigned char const ch = static_cast<unsigned char>(text[start + i]);
+        bool const fits = form[i] == 'A'   ? std::isupper(ch) != 0
+                          : form[i] == 'a' ? std::islower(ch) != 0
+                          : form[i] == '9' ? std::isdigit(ch) != 0
+                          : form[i] == '#' ? (std::isdigit(ch) != 0 || ch == ' ')
+                                           : ch == static_cast<unsigned char>(form[i]);
+        if (!fits)
+            return text;
+    }
+    text.replace(start, form.size(), "DATE");
+    return text;
 }
 
 // The definitions: six hatch patterns, each a 110-unit tile with one 8-unit path, then the group
