@@ -1,0 +1,8 @@
+// SelectionMemo.
+#include "tavi/glyph/selectionmemo.h"
+
+namespace Tavi {
+
+SelectionMemo::~SelectionMemo() = default;
+
+}  // namespace Tavi
