@@ -1,0 +1,32 @@
+// Message: the one way the library speaks to the user. With a view, the view's implementation shows
+// the message in its window; without one, the process-wide message hook does. A host installs the
+// hook that fits it (a dialog box, a status line); the default writes to the standard error stream.
+#pragma once
+
+#include <functional>
+
+#include "tavi/kxt/wchar.h"
+
+namespace Tavi {
+
+class View;
+
+// 1 asks for a warning; any other value for plain information.
+enum MessageType : int {
+    message_information = 0,
+    message_warning = 1,
+};
+
+using MessageHook = std::function<void(wchar const *text, wchar const *caption, MessageType type)>;
+
+// Shows the message through the hook. A null caption becomes "Error"; a null text is taken as empty.
+void Message(wchar const *text, wchar const *caption, MessageType type);
+
+// Shows the message in the view's window (ViewImp::show_message); a null view, or a view that has
+// no implementation yet, goes through the hook as above.
+void Message(View *view, wchar const *text, wchar const *caption, MessageType type);
+
+// Installs the hook and returns the one it replaces. An empty hook puts the default back.
+MessageHook message_hook(MessageHook hook);
+
+}  // namespace Tavi
