@@ -1,0 +1,161 @@
+// NodeProbe: a template for node tests that answers every protocol call from fixed rules and writes
+// down what it was asked, with the context's math node at the time. A damage-limited recording canvas
+// and a fixture of a math context go with it.
+//
+// Rules of the probe:
+//   request               a new leaf of 30 x (8, 2)
+//   allocate(i, origin)   for the unconstrained box at the origin: the point (10*i + 3, 7*i)
+//   allocate(i, other)    the point (999, 999) with the given box: the node must move it
+//   caret_pos             the value of `caret`
+//   pick                  true, and the index is written down
+//   allocate_selection    a new allocation at (i, depth)
+//   get_neighbour_child   result = index + 1, true
+//   delete_child_op       delete_child for any child
+#pragma once
+
+#include "support/recording_canvas.h"
+#include "tavi/geometry/allocationtree.h"
+#include "tavi/geometry/boxtree.h"
+#include "tavi/geometry/extension.h"
+#include "tavi/glyph/glyphcontext.h"
+#include "tavi/math/mathnode.h"
+#include "tavi/math/mathnodecontext.h"
+#include "tavi/math/templates/mathtemplate.h"
+
+#include <string>
+#include <vector>
+
+namespace NodeTest {
+
+using namespace Tavi;
+
+class NodeProbe : public MathTemplate
+{
+public:
+    explicit NodeProbe(wchar const *name = u"probe", std::size_t arity = 2)
+        : MathTemplate(nullptr, name, true, u"Probe", TemplateAccelerator(), arity, true, 0, true, false, true, 1,
+                       -1, no_parens_priority)
+    {
+    }
+
+    BoxTree *request(MathNodeContext &context, BoxTree const &) override
+    {
+        note("request", context);
+        italic_seen.push_back(context.italic_fontstyle());
+        return new BoxTreeLeaf(30, 8, 2);
+    }
+    AllocationTree *allocate(long index, MathNodeContext &context, AllocationTree const &allocation) override
+    {
+        note("allocate", context);
+        if (allocation.boxtree() == &BoxTree::unconstrained && allocation.point() == Point(0, 0)) {
+            ++placements;
+            return new AllocationTree(Point(10 * index + 3, 7 * index), &BoxTree::unconstrained);
+        }
+        return new AllocationTree(Point(999, 999), allocation.boxtree());
+    }
+    void draw(MathNodeContext &context, AllocationTree const &) override
+    {
+        note("draw", context);
+        in_selection_seen.push_back(context.in_selection());
+        italic_seen.push_back(context.italic_fontstyle());
+    }
+    bool is_allocated() override { return allocated; }
+    void invalidate_allocation() override { ++invalidations; }
+    bool pick(long index, MathSelection *, MathNodeContext &context, AllocationTree const &, Point) override
+    {
+        note("pick", context);
+        picked.push_back(index);
+        return true;
+    }
+    long caret_pos(MathNodeContext &context, AllocationTree const &, Point) override
+    {
+        note("caret_pos", context);
+        return caret;
+    }
+    AllocationTree *allocate_selection(long index, MathSelection *, std::size_t depth, MathNodeContext &context,
+                                       AllocationTree const &allocation) override
+    {
+        note("allocate_selection", context);
+        return new AllocationTree(Point(index, static_cast<long>(depth)), allocation.boxtree());
+    }
+    bool get_neighbour_child(MathNodeContext &context, long index, Input::Key, long &result) override
+    {
+        note("get_neighbour_child", context);
+        result = index + 1;
+        return true;
+    }
+    DeleteOp delete_child_op(MathNode const *, std::size_t) override { return delete_child; }
+
+    // What was called, in order, each with the math node that the context held at the call.
+    struct Call
+    {
+        std::string what;
+        MathNode const *node;
+    };
+    std::vector<Call> calls;
+    std::vector<bool> in_selection_seen;
+    std::vector<bool> italic_seen;
+    std::vector<long> picked;
+    int placements = 0;
+    int invalidations = 0;
+    bool allocated = true;
+    long caret = 0;
+
+private:
+    void note(char const *what, MathNodeContext &context) { calls.push_back({what, context.math_node()}); }
+};
+
+// A template held as a table would hold it: one reference for the test's life.
+template <class T = NodeProbe>
+struct Held
+{
+    template <class... Args>
+    explicit Held(Args &&...args) : t(new T(std::forward<Args>(args)...))
+    {
+        t->ref();
+    }
+    ~Held() { t->unref(); }
+    Held(Held const &) = delete;
+    Held &operator=(Held const &) = delete;
+    T *operator->() const { return t; }
+    T *get() const { return t; }
+    T *t;
+};
+
+// A node held by the test with one reference, as a parent would hold it.
+template <class N>
+struct Own
+{
+    explicit Own(N *n) : n(n) { n->ref(); }
+    ~Own() { n->unref(); }
+    Own(Own const &) = delete;
+    Own &operator=(Own const &) = delete;
+    N *operator->() const { return n; }
+    N *get() const { return n; }
+    N *n;
+};
+
+// A recording canvas whose damage is one rectangle (in surface coordinates), or everything.
+class DamageCanvas : public TaviTest::RecordingCanvas
+{
+public:
+    bool damaged(Extension const &e) const override
+    {
+        if (!limited)
+            return true;
+        return e.left() <= damage.right() && damage.left() <= e.right() && e.top() <= damage.bottom() &&
+               damage.top() <= e.bottom();
+    }
+    bool limited = false;
+    Rect damage;
+};
+
+// A math context that draws on a damage canvas.
+struct Fixture
+{
+    DamageCanvas canvas;
+    GlyphContext glyph_context{nullptr, nullptr, &canvas, nullptr};
+    MathNodeContext context{glyph_context, nullptr};
+};
+
+}  // namespace NodeTest

@@ -1,0 +1,499 @@
+// The node classes: a small formula built in code and asked for its text, attributes, clones and
+// equality; the signs of sums through every change of the operand list; the positions of expression
+// children; categories; which nodes may fill the places of decorated identifiers; and the texts of
+// scripts, accents and joined symbols.
+#include "math/node_probe.h"
+#include "tavi/math/mathaccentnode.h"
+#include "tavi/math/mathattriblist.h"
+#include "tavi/math/mathdummynode.h"
+#include "tavi/math/mathidentnode.h"
+#include "tavi/math/mathjoinsymbnode.h"
+#include "tavi/math/mathnumbernode.h"
+#include "tavi/math/mathplusnode.h"
+#include "tavi/math/mathstringnode.h"
+#include "tavi/math/mathsubscriptnode.h"
+#include "tavi/math/mathsubsupscriptnode.h"
+#include "tavi/math/mathsuperscriptnode.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <typeinfo>
+
+using namespace Tavi;
+using namespace NodeTest;
+
+namespace {
+
+// The built-in kinds a formula needs, each its own template object.
+struct Kinds
+{
+    Held<> ci{u"ci", 0};
+    Held<> cn{u"cn", 0};
+    Held<> str{u"string", 0};
+    Held<> dummy{u"dummy", 0};
+    Held<> plus{u"plus", 1};
+    Held<> sub{u"subscript", 2};
+    Held<> sup{u"superscript", 2};
+    Held<> subsup{u"subsupscript", 3};
+    Held<> join{u"joinsymb", 2};
+    Held<> bar{u"overbar_accent", 1};
+    Held<> times{u"times", 2};
+
+    MathIdentNode *ident(char16_t const *text) const
+    {
+        auto *n = new MathIdentNode(ci.get());
+        n->text(text);
+        return n;
+    }
+    MathNumberNode *number(char16_t const *text) const
+    {
+        auto *n = new MathNumberNode(cn.get());
+        n->text(text);
+        return n;
+    }
+    MathDummyNode *placeholder() const { return new MathDummyNode(dummy.get()); }
+};
+
+std::u16string text_of(MathNode *n) { return n->cat_text().str(); }
+
+}  // namespace
+
+// x - 3.14 + "a&alpha;": an identifier, a number with a decimal point, and a string with a named
+// character in a sum whose second operand is signed minus.
+TEST(MathNodes, FormulaBuiltInCode)
+{
+    Kinds k;
+    Own<MathPlusNode> sum(new MathPlusNode(k.plus.get()));
+    MathIdentNode *x = k.ident(u"x");
+    MathNumberNode *pi = k.number(u"3.14");
+    auto *quote = new MathStringNode(k.str.get());
+    MathString s(u"a", MathString::f_text);
+    ASSERT_TRUE(s.append_name(u"alpha"));
+    quote->text(s, -1);
+    sum->append(x);
+    sum->append(pi);
+    sum->append(quote);
+    sum->toggle_sign(1);
+
+    // Texts: alpha is code 97 of the symbol class, which would read back as a plain "a", so it is
+    // spelled by name.
+    EXPECT_EQ(text_of(x), u"x");
+    EXPECT_EQ(text_of(pi), u"3.14");
+    EXPECT_EQ(text_of(quote), u"a&alpha;");
+    EXPECT_EQ(quote->caret_pos(), 2);
+    EXPECT_EQ(text_of(sum.get()), u"");
+
+    // Categories: identifier 20, decimal number 2, string 10, expression 36 with the plus
+    // template's one operand.
+    EXPECT_EQ(x->cat_type(), 20);
+    EXPECT_EQ(pi->cat_type(), 2);
+    EXPECT_EQ(quote->cat_type(), 10);
+    EXPECT_EQ(sum->cat_type(), 36);
+    EXPECT_EQ(sum->cat_childs(), 1u);
+
+    // Attributes: only the sum has any.
+    EXPECT_EQ(std::u16string(sum->signs()), u"+-+");
+    EXPECT_EQ(sum->attribute_string(), u"Signs=\"+-+\",");
+    std::unique_ptr<MathAttribList> list(sum->attribute_list());
+    ASSERT_NE(list, nullptr);
+    ASSERT_EQ(list->size(), 1u);
+    EXPECT_EQ(std::u16string(list->at(0)->key()), u"Signs");
+    EXPECT_EQ(std::u16string(list->at(0)->value()), u"+-+");
+    for (MathNode *atom : {static_cast<MathNode *>(x), static_cast<MathNode *>(pi), static_cast<MathNode *>(quote)}) {
+        EXPECT_EQ(atom->attribute_list(), nullptr);
+        EXPECT_EQ(atom->attribute_string(), u"");
+    }
+
+    // A deep clone: new operands, equal to the old, owned by the clone, signs copied.
+    Own<MathPlusNode> deep(static_cast<MathPlusNode *>(sum->clone(true)));
+    ASSERT_EQ(deep->count(), 3);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_NE(deep->child(i), sum->child(i)) << i;
+        EXPECT_EQ(deep->child(i)->parent(), deep.get()) << i;
+        EXPECT_EQ(sum->child(i)->parent(), sum.get()) << i;
+    }
+    EXPECT_EQ(std::u16string(deep->signs()), u"+-+");
+    EXPECT_TRUE(deep->is_equal(sum.get()));
+    EXPECT_TRUE(sum->is_equal(deep.get()));
+    EXPECT_EQ(text_of(deep->child(2)), u"a&alpha;");
+    EXPECT_EQ(deep->ref_count(), 1);
+
+    // A shallow clone shares the operands and leaves their parent alone.
+    Own<MathPlusNode> shallow(static_cast<MathPlusNode *>(sum->clone(false)));
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(shallow->child(i), sum->child(i)) << i;
+        EXPECT_EQ(sum->child(i)->parent(), sum.get()) << i;
+    }
+    EXPECT_EQ(x->ref_count(), 2);
+    EXPECT_TRUE(shallow->is_equal(sum.get()));
+
+    // Equality follows every part: a sign, a digit, a character.
+    shallow->toggle_sign(0);
+    EXPECT_FALSE(shallow->is_equal(sum.get()));
+    EXPECT_EQ(std::u16string(sum->signs()), u"+-+");
+    deep->child(1)->text(u"3.15");
+    EXPECT_FALSE(deep->is_equal(sum.get()));
+    deep->child(1)->text(u"3.14");
+    EXPECT_TRUE(deep->is_equal(sum.get()));
+    MathString other(u"a", MathString::f_text);
+    other.append_name(u"beta");
+    deep->child(2)->text(other, -1);
+    EXPECT_FALSE(deep->is_equal(sum.get()));
+
+    // The attributes of one sum carried to another of three placeholders.
+    Own<MathPlusNode> target(new MathPlusNode(k.plus.get()));
+    for (int i = 0; i < 3; ++i)
+        target->append(k.placeholder());
+    target->attribute_list(list.get());
+    EXPECT_EQ(std::u16string(target->signs()), u"+-+");
+    EXPECT_EQ(list->size(), 1u);  // still the caller's
+}
+
+TEST(MathPlusNode, SignsFollowTheOperandList)
+{
+    Kinds k;
+    Own<MathPlusNode> sum(new MathPlusNode(k.plus.get()));
+    EXPECT_EQ(std::u16string(sum->signs()), u"");
+    MathDummyNode *a = k.placeholder();
+    MathDummyNode *b = k.placeholder();
+    sum->append(a);
+    sum->append(b);
+    sum->toggle_sign(1);
+    EXPECT_EQ(std::u16string(sum->signs()), u"+-");
+    EXPECT_TRUE(sum->is_minus());
+
+    sum->prepend(k.placeholder());
+    EXPECT_EQ(std::u16string(sum->signs()), u"++-");
+    sum->insert(2, k.placeholder());
+    EXPECT_EQ(std::u16string(sum->signs()), u"+++-");
+    sum->insert(4, k.placeholder());
+    EXPECT_EQ(std::u16string(sum->signs()), u"+++-+");
+
+    // A removed operand takes its own sign with it.
+    sum->remove(3);
+    EXPECT_EQ(std::u16string(sum->signs()), u"++++");
+    sum->toggle_sign(0);
+    sum->remove(1);
+    EXPECT_EQ(std::u16string(sum->signs()), u"-++");
+    EXPECT_EQ(sum->count(), 3);
+
+    // A bad index changes neither the operands nor the signs.
+    EXPECT_THROW(sum->remove(3), std::out_of_range);
+    EXPECT_THROW(sum->insert(5, k.placeholder()), std::out_of_range);
+    EXPECT_EQ(std::u16string(sum->signs()), u"-++");
+    EXPECT_EQ(sum->count(), 3);
+
+    sum->toggle_all_signs();
+    EXPECT_EQ(std::u16string(sum->signs()), u"+--");
+    sum->toggle_sign(7);
+    EXPECT_EQ(std::u16string(sum->signs()), u"+--");
+    EXPECT_TRUE(sum->plus_sign(0));
+    EXPECT_FALSE(sum->plus_sign(1));
+    EXPECT_FALSE(sum->plus_sign(3));
+}
+
+TEST(MathPlusNode, SignsAttribute)
+{
+    Kinds k;
+    struct Case
+    {
+        char16_t const *key;
+        char16_t const *value;
+        char16_t const *signs;
+    } const cases[] = {
+        {u"Signs", u"-+-", u"-+-"},
+        // A letter in the second place leaves that sign and still takes the place.
+        {u"Signs", u"-x-", u"-+-"},
+        {u"Signs", u"--", u"--+"},
+        // Characters beyond the operands are ignored.
+        {u"Signs", u"---+", u"---"},
+        {u"Signs", u"", u"+++"},
+        {u"Signs", nullptr, u"+++"},
+        {u"signs", u"---", u"+++"},
+        {u"Rows", u"---", u"+++"},
+        {nullptr, u"---", u"+++"},
+    };
+    for (Case const &c : cases) {
+        Own<MathPlusNode> sum(new MathPlusNode(k.plus.get()));
+        for (int i = 0; i < 3; ++i)
+            sum->append(k.placeholder());
+        sum->attribute(c.key, c.value);
+        EXPECT_EQ(std::u16string(sum->signs()), c.signs) << (c.value ? std::string(c.value, c.value + 1) : "null");
+    }
+
+    // The narrow form, as the content reader has it.
+    Own<MathPlusNode> sum(new MathPlusNode(k.plus.get()));
+    sum->append(k.placeholder());
+    sum->append(k.placeholder());
+    sum->attribute("Signs", "-?");
+    EXPECT_EQ(std::u16string(sum->signs()), u"-+");
+    sum->attribute("Other", "+-");
+    EXPECT_EQ(std::u16string(sum->signs()), u"-+");
+
+    // Negation and difference are exact shapes.
+    struct Shape
+    {
+        char16_t const *signs;
+        bool negate;
+        bool minus;
+    } const shapes[] = {{u"-", true, false}, {u"+", false, false}, {u"+-", false, true},
+                        {u"--", false, false}, {u"+-+", false, false}, {u"-+", false, false}};
+    for (Shape const &s : shapes) {
+        Own<MathPlusNode> p(new MathPlusNode(k.plus.get()));
+        for (std::size_t i = 0; s.signs[i] != 0; ++i)
+            p->append(k.placeholder());
+        p->attribute(u"Signs", s.signs);
+        EXPECT_EQ(p->is_negate(), s.negate) << std::u16string(s.signs).size();
+        EXPECT_EQ(p->is_minus(), s.minus) << std::u16string(s.signs).size();
+    }
+}
+
+// Child positions are placed once, relative to the node, with the template's allocation of each
+// child at the origin: the probe puts child i at (10*i + 3, 7*i). A child's allocation is then the
+// given point plus that position, whatever point the template gives.
+TEST(MathExprNode, ChildPositionsArePlacedOnceAndRelative)
+{
+    Held<> probe;
+    Own<MathExprNode> node(new MathExprNode(probe.get()));
+    node->append(new MathDummyNode(probe.get()));
+    node->append(new MathDummyNode(probe.get()));
+    node->append(new MathDummyNode(probe.get()));
+    Fixture f;
+    BoxTreeLeaf box(30, 8, 2);
+
+    EXPECT_FALSE(node->positions_valid());
+    std::unique_ptr<AllocationTree> a(node->allocate(2, f.context, AllocationTree(Point(100, 50), &box)));
+    ASSERT_NE(a, nullptr);
+    EXPECT_EQ(a->point(), Point(100 + 23, 50 + 14));
+    EXPECT_EQ(probe->placements, 3);
+    EXPECT_TRUE(node->positions_valid());
+    EXPECT_EQ(node->position(1), Point(13, 7));
+    EXPECT_EQ(f.context.math_node(), nullptr);
+    for (auto const &call : probe->calls)
+        EXPECT_EQ(call.node, node.get());
+
+    // Moving the node moves the children at no cost.
+    std::unique_ptr<AllocationTree> b(node->allocate(1, f.context, AllocationTree(Point(-5, 0), &box)));
+    EXPECT_EQ(b->point(), Point(-5 + 13, 7));
+    EXPECT_EQ(probe->placements, 3);
+
+    // A change of the children, and an invalidation, place them again.
+    node->remove(0);
+    EXPECT_FALSE(node->positions_valid());
+    std::unique_ptr<AllocationTree> c(node->allocate(0, f.context, AllocationTree(Point(0, 0), &box)));
+    EXPECT_EQ(probe->placements, 5);
+    node->invalidate_allocation();
+    EXPECT_FALSE(node->positions_valid());
+    // The node's template, then each of the two children's, which is the same probe.
+    EXPECT_EQ(probe->invalidations, 3);
+    std::unique_ptr<AllocationTree> d(node->allocate(1, f.context, AllocationTree(Point(0, 0), &box)));
+    EXPECT_EQ(probe->placements, 7);
+
+    // Indexes outside the children, and contexts that aren't math contexts, allocate nothing.
+    EXPECT_EQ(node->allocate(2, f.context, AllocationTree(Point(0, 0), &box)), nullptr);
+    EXPECT_EQ(node->allocate(-1, f.context, AllocationTree(Point(0, 0), &box)), nullptr);
+    GlyphContext plain(nullptr, nullptr);
+    EXPECT_EQ(node->allocate(0, plain, AllocationTree(Point(0, 0), &box)), nullptr);
+}
+
+// Allocated means: positions valid, the template satisfied, every child allocated.
+TEST(MathExprNode, IsAllocated)
+{
+    Held<> probe, atoms(u"atoms", 0);
+    Own<MathExprNode> node(new MathExprNode(probe.get()));
+    node->append(new MathDummyNode(atoms.get()));
+    Fixture f;
+    BoxTreeLeaf box(30, 8, 2);
+    EXPECT_FALSE(node->is_allocated());
+    std::unique_ptr<AllocationTree> a(node->allocate(0, f.context, AllocationTree(Point(0, 0), &box)));
+    EXPECT_TRUE(node->is_allocated());
+    atoms->allocated = false;  // the child's template
+    EXPECT_FALSE(node->is_allocated());
+    atoms->allocated = true;
+    probe->allocated = false;
+    EXPECT_FALSE(node->is_allocated());
+    probe->allocated = true;
+    node->change(0);
+    EXPECT_FALSE(node->is_allocated());
+}
+
+TEST(MathNumberNode, WholeOrDecimal)
+{
+    Kinds k;
+    struct Case
+    {
+        char16_t const *text;
+        long cat;
+    } const cases[] = {
+        {u"42", 3},
+        {u"007", 3},
+        {u"0", 3},
+        {u"3.14", 2},
+        {u"3,14", 2},  // the user's separator may be a comma
+        {u"1e5", 2},
+        {u"", 2},
+        {u"9223372036854775807", 3},   // the largest long
+        {u"9223372036854775808", 2},   // one more
+        {u"99999999999999999999", 2},
+    };
+    for (Case const &c : cases) {
+        Own<MathNumberNode> n(k.number(c.text));
+        EXPECT_EQ(n->cat_type(), c.cat) << std::string(c.text, c.text + std::u16string(c.text).size());
+    }
+}
+
+TEST(MathNodes, CategoriesOfEveryClass)
+{
+    Kinds k;
+    struct Case
+    {
+        MathNode *node;
+        long cat_type;
+        unsigned long cat_childs;
+    };
+    Own<MathNode> ident(k.ident(u"x"));
+    Own<MathNode> str(new MathStringNode(k.str.get()));
+    Own<MathNode> dummy(k.placeholder());
+    Own<MathNode> expr(new MathExprNode(k.times.get()));
+    Own<MathNode> plus(new MathPlusNode(k.plus.get()));
+    Own<MathNode> accent(new MathAccentNode(k.bar.get()));
+    Own<MathNode> join(new MathJoinSymbNode(k.join.get()));
+    Own<MathNode> sub(new MathSubscriptNode(k.sub.get()));
+    Own<MathNode> sup(new MathSuperscriptNode(k.sup.get()));
+    Own<MathNode> subsup(new MathSubSupscriptNode(k.subsup.get()));
+    Case const cases[] = {
+        {ident.get(), 20, 0}, {str.get(), 10, 0},    {dummy.get(), 20, 0}, {expr.get(), 36, 2},
+        {plus.get(), 36, 1},  {accent.get(), 20, 0}, {join.get(), 20, 0},  {sub.get(), 20, 0},
+        {sup.get(), 20, 0},   {subsup.get(), 20, 0},
+    };
+    for (Case const &c : cases) {
+        EXPECT_EQ(c.node->cat_type(), c.cat_type) << std::string(c.node->type_name(), c.node->type_name() + 3);
+        EXPECT_EQ(c.node->cat_childs(), c.cat_childs) << std::string(c.node->type_name(), c.node->type_name() + 3);
+    }
+}
+
+// Which nodes may take a place: an expression takes anything, a script and an accent only
+// identifier-like nodes, and a script as a script's script.
+TEST(MathNodes, MayReplaceByPlace)
+{
+    Kinds k;
+    Own<MathNode> ident(k.ident(u"x"));
+    Own<MathNode> number(k.number(u"1"));
+    Own<MathNode> dummy(k.placeholder());
+    Own<MathNode> accent(new MathAccentNode(k.bar.get()));
+    Own<MathNode> script(new MathSubscriptNode(k.sub.get()));
+    Own<MathNode> sum(new MathPlusNode(k.plus.get()));
+    MathNode *const kinds[] = {ident.get(), number.get(), dummy.get(), accent.get(), script.get(), sum.get()};
+
+    Own<MathNode> expr(new MathExprNode(k.times.get()));
+    Own<MathNode> sub(new MathSubscriptNode(k.sub.get()));
+    Own<MathNode> sup(new MathSuperscriptNode(k.sup.get()));
+    Own<MathNode> subsup(new MathSubSupscriptNode(k.subsup.get()));
+    Own<MathNode> acc(new MathAccentNode(k.bar.get()));
+    Own<MathNode> join(new MathJoinSymbNode(k.join.get()));
+    Own<MathNode> atom(k.ident(u"y"));
+
+    // One string per parent and place: the answer for ident, number, dummy, accent, script, sum.
+    struct Case
+    {
+        MathNode *parent;
+        long index;
+        char const *answers;
+    } const cases[] = {
+        {expr.get(), 0, "YYYYYY"},   {expr.get(), 5, "YYYYYY"},   {sub.get(), 0, "YNYYNN"},
+        {sub.get(), 1, "YNYYYN"},    {sub.get(), 2, "NNNNNN"},    {sup.get(), 1, "YNYYYN"},
+        {sup.get(), -1, "NNNNNN"},   {subsup.get(), 0, "YNYYNN"}, {subsup.get(), 1, "YNYYYN"},
+        {subsup.get(), 2, "YNYYYN"}, {subsup.get(), 3, "NNNNNN"}, {acc.get(), 0, "YNYYNN"},
+        {acc.get(), 1, "NNNNNN"},    {join.get(), 0, "YNYYYN"},   {join.get(), 4, "YNYYYN"},
+        {atom.get(), 0, "NNNNNN"},
+    };
+    for (Case const &c : cases) {
+        for (int i = 0; i < 6; ++i)
+            EXPECT_EQ(c.parent->may_replace(c.index, kinds[i]), c.answers[i] == 'Y')
+                << std::string(c.parent->type_name(), c.parent->type_name() + 4) << " place " << c.index
+                << " kind " << i;
+        if (c.parent != expr.get()) {
+            EXPECT_FALSE(c.parent->may_replace(c.index, nullptr));
+        }
+    }
+}
+
+// Decorated identifiers spell themselves as they are written: x_i, x^2, x_i^2, parts side by side,
+// and an accent after its operand.
+TEST(MathNodes, TextsOfDecoratedIdentifiers)
+{
+    Kinds k;
+    auto two = [&](MathNode *parent, MathNode *a, MathNode *b) {
+        parent->append(a);
+        parent->append(b);
+        return parent;
+    };
+    Own<MathNode> sub(two(new MathSubscriptNode(k.sub.get()), k.ident(u"x"), k.ident(u"i")));
+    EXPECT_EQ(text_of(sub.get()), u"x_i");
+    // Scripts nest to the right.
+    Own<MathNode> nested(two(new MathSubscriptNode(k.sub.get()), k.ident(u"a"),
+                             two(new MathSubscriptNode(k.sub.get()), k.ident(u"b"), k.ident(u"c"))));
+    EXPECT_EQ(text_of(nested.get()), u"a_b_c");
+    Own<MathNode> sup(two(new MathSuperscriptNode(k.sup.get()), k.ident(u"x"), k.ident(u"2")));
+    EXPECT_EQ(text_of(sup.get()), u"x^2");
+    Own<MathNode> subsup(new MathSubSupscriptNode(k.subsup.get()));
+    subsup->append(k.ident(u"x"));
+    subsup->append(k.ident(u"i"));
+    subsup->append(k.ident(u"2"));
+    EXPECT_EQ(text_of(subsup.get()), u"x_i^2");
+    Own<MathNode> bar(new MathAccentNode(k.bar.get()));
+    bar->append(k.ident(u"v"));
+    EXPECT_EQ(text_of(bar.get()), u"v&overbar;");
+    Own<MathNode> join(two(new MathJoinSymbNode(k.join.get()), static_cast<MathNode *>(bar->clone(true)),
+                           static_cast<MathNode *>(sub->clone(true))));
+    EXPECT_EQ(text_of(join.get()), u"v&overbar;x_i");
+    // Placeholders contribute nothing; a missing place is empty too.
+    Own<MathNode> open(new MathSubscriptNode(k.sub.get()));
+    open->append(k.ident(u"x"));
+    EXPECT_EQ(text_of(open.get()), u"x_");
+    open->append(k.placeholder());
+    EXPECT_EQ(text_of(open.get()), u"x_");
+}
+
+// Every class clones into its own class, deeply or sharing, and the clone equals the original.
+TEST(MathNodes, ClonesKeepTheirClass)
+{
+    Kinds k;
+    auto filled = [&](MathExprNode *n, int children) {
+        for (int i = 0; i < children; ++i)
+            n->append(k.ident(i == 0 ? u"x" : u"y"));
+        return static_cast<MathNode *>(n);
+    };
+    Own<MathNode> nodes[] = {
+        Own<MathNode>(k.ident(u"x")),
+        Own<MathNode>(k.number(u"2.5")),
+        Own<MathNode>(k.placeholder()),
+        Own<MathNode>(filled(new MathExprNode(k.times.get()), 2)),
+        Own<MathNode>(filled(new MathPlusNode(k.plus.get()), 2)),
+        Own<MathNode>(filled(new MathAccentNode(k.bar.get()), 1)),
+        Own<MathNode>(filled(new MathJoinSymbNode(k.join.get()), 2)),
+        Own<MathNode>(filled(new MathSubscriptNode(k.sub.get()), 2)),
+        Own<MathNode>(filled(new MathSuperscriptNode(k.sup.get()), 2)),
+        Own<MathNode>(filled(new MathSubSupscriptNode(k.subsup.get()), 3)),
+    };
+    for (Own<MathNode> const &n : nodes) {
+        n->selected(true);
+        n->ip_operand(true);
+        for (bool deep : {true, false}) {
+            Own<MathNode> copy(static_cast<MathNode *>(n->clone(deep)));
+            std::string const label = std::string(n->type_name(), n->type_name() + 3) + (deep ? " deep" : " shallow");
+            EXPECT_EQ(typeid(*copy.get()), typeid(*n.get())) << label;
+            EXPECT_TRUE(copy->is_equal(n.get())) << label;
+            EXPECT_EQ(copy->templ(), n->templ()) << label;
+            EXPECT_TRUE(copy->selected()) << label;
+            EXPECT_TRUE(copy->ip_operand()) << label;
+            EXPECT_EQ(copy->parent(), nullptr) << label;
+            EXPECT_EQ(text_of(copy.get()), text_of(n.get())) << label;
+            for (long i = 0; i < n->count(); ++i)
+                EXPECT_EQ(copy->child(static_cast<int>(i)) == n->child(static_cast<int>(i)), !deep) << label;
+        }
+    }
+}
