@@ -2,6 +2,8 @@
 // layouts set and restore on the way down.
 #include "tavi/math/mathinfo.h"
 
+#include "tavi/math/mathstyle.h"
+
 #include <algorithm>
 
 namespace Tavi {
@@ -80,15 +82,22 @@ MathInfo::MathInfo(MathStyle *style, Settings const &settings)
 
 MathInfo::~MathInfo() = default;
 
-// TODO: read the attributes when MathStyle comes: "font" (id 1) replaces the text font, and
-// "text-color", "scriptlevel", "displaystyle", "slanted-identifiers", "wrap-lines", "scriptminsize"
-// and "scriptsizemultiplier" each replace their default when the style answers. Until then every
-// style gives the defaults.
+// Each attribute is looked up by name, so that a style of another class with the same names serves
+// as well; an attribute that the style doesn't answer keeps its default. "font" (id 1) replaces the
+// text font altogether.
 MathInfo::Settings MathInfo::read_style(MathStyle *style)
 {
     Settings settings;
     if (style == nullptr)
         return settings;
+    style->font(style->id(u"font"), settings.font);
+    style->color(style->id(u"text-color"), settings.color);
+    style->number(style->id(u"scriptlevel"), settings.scriptlevel);
+    style->boolean(style->id(u"displaystyle"), settings.displaystyle);
+    style->boolean(style->id(u"slanted-identifiers"), settings.slanted_identifiers);
+    style->boolean(style->id(u"wrap-lines"), settings.wrap_lines);
+    style->size(style->id(u"scriptminsize"), settings.scriptminsize);
+    style->number(style->id(u"scriptsizemultiplier"), settings.scriptsizemultiplier);
     return settings;
 }
 

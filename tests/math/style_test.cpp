@@ -1,5 +1,7 @@
 // Styles: names and numbers of the attributes, typed access that answers only for the right type,
-// the font merge of single parts, the fallback forms, and the shared font description.
+// the font merge of single parts, the fallback forms, the shared font description, and the settings
+// (script-size arithmetic included) that MathInfo takes from a style.
+#include "tavi/math/mathinfo.h"
 #include "tavi/math/mathstyle.h"
 #include "tavi/math/textstyleattributes.h"
 
@@ -444,4 +446,147 @@ TEST(TextStyleAttributes, HoldsItsThreeValues)
     EXPECT_EQ(b.char_set(), Gauge::cs_ansi);
     EXPECT_EQ(b.color(), Color::white);
     EXPECT_EQ(b.font(), Font());
+}
+
+// ---- MathInfo reads its settings from the style ----
+
+namespace {
+
+// The size of the text font at a script level, for a style with the given font size, multiplier and
+// minimum.
+long size_at(long font_size, long multiplier, long minsize, long level)
+{
+    MathStyle style;
+    EXPECT_TRUE(style.set_size(MathStyle::a_font_size, font_size));
+    EXPECT_TRUE(style.set_number(MathStyle::a_scriptsizemultiplier, multiplier));
+    EXPECT_TRUE(style.set_size(MathStyle::a_scriptminsize, minsize));
+    EXPECT_TRUE(style.set_number(MathStyle::a_scriptlevel, level));
+    MathInfo info(&style);
+    EXPECT_EQ(info.scriptlevel(), level);
+    return info.real_font_size(MathString::f_text);
+}
+
+}  // namespace
+
+// Levels 1 to 5 use the multipliers m, m*m/100, ...; deeper levels repeat the step; negative levels
+// grow by 10000/m per level; every scaled size is at least the minimum, level 0 excepted.
+TEST(MathInfoFromStyle, ScriptSizeArithmetic)
+{
+    struct Case
+    {
+        long font_size;
+        long multiplier;
+        long minsize;
+        long level;
+        long expected;
+    } const cases[] = {
+        {240, 71, 160, 0, 240},
+        {240, 71, 160, 1, 170},   // 240*71/100 = 170.4
+        {240, 71, 160, 2, 160},   // 71*71/100 = 50; 240*50/100 = 120, below the minimum
+        {240, 71, 160, 7, 160},   // far below the minimum
+        {100, 71, 160, 0, 100},   // level 0 has no minimum
+        {100, 71, 160, 1, 160},   // 71 is raised to the minimum
+        // Without a minimum, a 1000-twip font: multipliers 71, 50, 35, 24, 17.
+        {1000, 71, 0, 1, 710},
+        {1000, 71, 0, 2, 500},
+        {1000, 71, 0, 3, 350},
+        {1000, 71, 0, 4, 240},
+        {1000, 71, 0, 5, 170},
+        // Level 6: 71 stepped 5 times by *71/100: 50, 35, 24, 17, 12; 1000*12/100.
+        {1000, 71, 0, 6, 120},
+        // Level 7: one more step, 12*71/100 = 8.
+        {1000, 71, 0, 7, 80},
+        // Negative levels: 10000/71 = 140; then 140*140/100 = 196; then 196*140/100 = 274.
+        {240, 71, 160, -1, 336},   // 240*140/100 = 336
+        {240, 71, 160, -2, 470},   // 240*196/100 = 470.4
+        {240, 71, 160, -3, 657},   // 240*274/100 = 657.6
+        // 50 percent: 25 at level 2; 10000/50 = 200 and 200*200/100 = 400 going up.
+        {400, 50, 0, 2, 100},
+        {400, 50, 0, -1, 800},
+        {400, 50, 0, -2, 1600},
+        // 100 percent keeps the base at every level.
+        {300, 100, 0, 1, 300},
+        {300, 100, 0, 9, 300},
+        {300, 100, 0, -4, 300},
+    };
+    for (Case const &c : cases)
+        EXPECT_EQ(size_at(c.font_size, c.multiplier, c.minsize, c.level), c.expected)
+            << c.font_size << " " << c.multiplier << "% min " << c.minsize << " level " << c.level;
+}
+
+TEST(MathInfoFromStyle, TakesEveryAttributeFromTheStyle)
+{
+    MathStyle style;
+    ASSERT_TRUE(style.set_font(MathStyle::a_font, Font(u"Georgia", 300, true, false)));
+    ASSERT_TRUE(style.set_color(MathStyle::a_text_color, Color(10, 20, 30)));
+    ASSERT_TRUE(style.set_number(MathStyle::a_scriptlevel, 1));
+    ASSERT_TRUE(style.set_boolean(MathStyle::a_displaystyle, false));
+    ASSERT_TRUE(style.set_boolean(MathStyle::a_slanted_identifiers, false));
+    ASSERT_TRUE(style.set_boolean(MathStyle::a_wrap_lines, false));
+    ASSERT_TRUE(style.set_size(MathStyle::a_scriptminsize, 50));
+    ASSERT_TRUE(style.set_number(MathStyle::a_scriptsizemultiplier, 50));
+    // Not read by MathInfo: the background.
+    ASSERT_TRUE(style.set_color(MathStyle::a_background, Color(1, 1, 1)));
+
+    MathInfo info(&style);
+    EXPECT_EQ(info.style(), &style);
+    EXPECT_EQ(info.font(MathString::f_text), Font(u"Georgia", 300, true, false));
+    EXPECT_EQ(info.font(MathString::f_upright), Font(u"Georgia", 300, true, false));
+    // The symbol font takes the text font's weight; symbol, extension and open face its size.
+    EXPECT_EQ(info.font(MathString::f_symbol), Font(u"Symbol", 300, true, false));
+    EXPECT_EQ(info.font(MathString::f_extension), Font(u"KMT Math Ext", 300, false, false));
+    EXPECT_EQ(info.font(MathString::f_open_face), Font(u"KMT Math Open Face", 300, false, false));
+    EXPECT_EQ(info.color(), Color(10, 20, 30));
+    EXPECT_EQ(info.scriptlevel(), 1);
+    EXPECT_FALSE(info.displaystyle());
+    EXPECT_FALSE(info.slanted_identifiers());
+    EXPECT_FALSE(info.wrap_lines());
+    EXPECT_EQ(info.scriptminsize(), 50);
+    // Level 1 at 50 percent: 300*50/100 = 150, above the minimum of 50.
+    EXPECT_EQ(info.real_font_size(MathString::f_text), 150);
+    EXPECT_EQ(info.real_font(MathString::f_symbol), Font(u"Symbol", 150, true, false));
+}
+
+TEST(MathInfoFromStyle, DefaultStyleGivesTheDefaults)
+{
+    MathStyle style;
+    MathInfo from_style(&style);
+    MathInfo without(nullptr);
+    for (int cls = 0; cls < 5; ++cls)
+        EXPECT_EQ(from_style.font(static_cast<MathString::Font>(cls)), without.font(static_cast<MathString::Font>(cls)))
+            << cls;
+    EXPECT_EQ(from_style.color(), without.color());
+    EXPECT_EQ(from_style.scriptlevel(), 0);
+    EXPECT_TRUE(from_style.displaystyle());
+    EXPECT_TRUE(from_style.slanted_identifiers());
+    EXPECT_TRUE(from_style.wrap_lines());
+    EXPECT_EQ(from_style.scriptminsize(), 160);
+    from_style.add_scriptlevel(1);
+    EXPECT_EQ(from_style.real_font_size(MathString::f_text), 170);
+}
+
+// A style class with attributes of its own names and numbers is read through its own names.
+TEST(MathInfoFromStyle, AttributesAreFoundByName)
+{
+    class Renumbered : public MathStyle
+    {
+    public:
+        long id(wchar const *name) const override
+        {
+            long const id = MathStyle::id(name);
+            return id == a_scriptminsize ? 900 : id;
+        }
+        bool size(long id, long &out) const override
+        {
+            if (id == 900)
+                return MathStyle::size(a_scriptminsize, out);
+            if (id == a_scriptminsize)
+                return false;
+            return MathStyle::size(id, out);
+        }
+    };
+    Renumbered style;
+    style.set_size(MathStyle::a_scriptminsize, 10);
+    MathInfo info(&style);
+    EXPECT_EQ(info.scriptminsize(), 10);
 }
