@@ -1,0 +1,106 @@
+// Scaffolding for tests of layouts and templates: a math context drawing on a recording canvas, a
+// template built around a layout under test, nodes made on it and held for the test's life, and
+// readers of what the canvas painted.
+//
+// Metrics of the recording canvas for a font of size s twips (240 gives the bracketed numbers):
+// advance 10s/240 (10) per character, font ascent 8s/240 (8), descent 2s/240 (2), ex 5s/240 (5),
+// ink ascent 7s/240 (7) and ink descent s/240 (1) from text_metrics, bearings 0. At the default dpi of
+// 1440, twips_to_pixel is the identity, so a space of n twips is n units.
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "support/recording_canvas.h"
+#include "tavi/geometry/allocationtree.h"
+#include "tavi/geometry/boxtree.h"
+#include "tavi/glyph/glyphcontext.h"
+#include "tavi/kxt/wchar.h"
+#include "tavi/math/mathinfo.h"
+#include "tavi/math/mathnodecontext.h"
+#include "tavi/math/templates/mathtemplate.h"
+
+namespace Tavi {
+class MathLayout;
+class MathNode;
+}  // namespace Tavi
+
+namespace TaviTest {
+
+// Settings of a context: the text font at `size` twips, display style, no slanting of identifiers
+// (so that tests see the italic flag only where a layout or node sets it).
+Tavi::MathInfo::Settings math_settings(long size = 240);
+
+// A recording canvas and a math context over it.
+struct MathFixture
+{
+    explicit MathFixture(Tavi::MathInfo::Settings const &settings = math_settings(),
+                         Tavi::Extent const &dpi = Tavi::Extent(1440, 1440));
+    RecordingCanvas canvas;
+    Tavi::GlyphContext glyph_context;
+    Tavi::MathNodeContext context;
+};
+
+// Holds one reference on a reference-counted object for its own life, as a parent would.
+template <class T>
+class Held
+{
+public:
+    explicit Held(T *p) : p_(p)
+    {
+        if (p_)
+            p_->ref();
+    }
+    ~Held()
+    {
+        if (p_)
+            p_->unref();
+    }
+    Held(Held const &) = delete;
+    Held &operator=(Held const &) = delete;
+    T *operator->() const { return p_; }
+    T &operator*() const { return *p_; }
+    T *get() const { return p_; }
+
+private:
+    T *p_;
+};
+
+// A template of the given name and priority whose only layout is `layout` (the template takes its
+// reference). Varying arity, no entry key, nothing flattens.
+Tavi::MathTemplate *layout_template(Tavi::MathLayout *layout, double priority = Tavi::MathTemplate::no_parens_priority,
+                                    Tavi::wchar const *name = u"test");
+
+// Nodes on a template: an atom of each kind with its text (decoded, so "&Sum;" names a character),
+// and an expression node with the given children (the node takes a reference on each).
+Tavi::MathNode *ident_node(Tavi::MathTemplate *templ, Tavi::wchar const *text);
+Tavi::MathNode *number_node(Tavi::MathTemplate *templ, Tavi::wchar const *text);
+Tavi::MathNode *string_node(Tavi::MathTemplate *templ, Tavi::wchar const *text);
+Tavi::MathNode *expr_node(Tavi::MathTemplate *templ, std::vector<Tavi::MathNode *> const &children);
+
+// Request and draw of a layout on behalf of a node, as the node's template would run them: the
+// node is the context's math node for the call, and the old one comes back afterwards.
+Tavi::BoxTree *request_as(Tavi::MathNodeContext &context, Tavi::MathNode *node, Tavi::MathLayout *layout,
+                          Tavi::BoxTree const &constraint = Tavi::BoxTree::unconstrained);
+void draw_as(Tavi::MathNodeContext &context, Tavi::MathNode *node, Tavi::MathLayout *layout,
+             Tavi::AllocationTree const &allocation);
+
+// The painted texts among the recorded calls, as (text in UTF-8, x, y), in order.
+struct Painted
+{
+    std::string text;
+    long x;
+    long y;
+    bool operator==(Painted const &o) const { return text == o.text && x == o.x && y == o.y; }
+};
+std::vector<Painted> painted_texts(RecordingCanvas const &canvas);
+// The recorded calls whose name starts with `prefix` ("line(", "font(").
+std::vector<std::string> calls_starting(RecordingCanvas const &canvas, std::string const &prefix);
+// Readable form for assertion messages.
+std::ostream &operator<<(std::ostream &out, Painted const &p);
+
+// The box's width, ascent and descent, for comparing with a Box.
+inline Tavi::Box box_of(Tavi::BoxTree const *b) { return b ? b->box() : Tavi::Box(-99, -99, -99); }
+
+}  // namespace TaviTest
