@@ -416,9 +416,11 @@ void SVG_Canvas::text(wchar const *text, long count, Point p)
     if (count >= local_text_units) {
         if (static_cast<unsigned long>(count) >= static_cast<unsigned long>(PTRDIFF_MAX) / sizeof(wchar) - 1)
             throw BadAllocation();
-        heap.reset(new (std::nothrow) wchar[static_cast<std::size_t>(count) + 1]);
-        if (!heap)
+        try {
+            heap.reset(new wchar[static_cast<std::size_t>(count) + 1]);
+        } catch (std::bad_alloc const &) {
             throw BadAllocation();
+        }
         buffer = heap.get();
     }
     std::copy(text, text + count, buffer);
