@@ -10,6 +10,7 @@
 #include "tavi/geometry/allocationtree.h"
 #include "tavi/geometry/boxtree.h"
 #include "tavi/geometry/extension.h"
+#include "tavi/glyph/view.h"
 #include "tavi/math/mathattriblist.h"
 #include "tavi/math/mathnodecontext.h"
 #include "tavi/math/mathstring.h"
@@ -105,9 +106,12 @@ MathNodeContext *MathNode::math_context(GlyphContext &context) { return dynamic_
 
 // ---- Seams ----
 
-// The view's focus decides between the bright and the quiet highlight. Views don't tell it yet, so a
-// highlight is always drawn as for a view without the focus.
-bool MathNode::view_has_focus(GlyphContext const &) { return false; }
+// The view's focus decides between the bright and the quiet highlight; without a view there is none.
+bool MathNode::view_has_focus(GlyphContext const &context)
+{
+    View const *view = context.view();
+    return view != nullptr && view->focus();
+}
 
 // The selection's path is not readable from here yet: every path ends at the node asked.
 bool MathNode::path_entry(MathSelection const *, std::size_t, long &) { return false; }

@@ -138,9 +138,9 @@ protected:
     static MathNodeContext *math_context(GlyphContext &context);
 
 private:
-    // Seams towards the selection and the view, which this node reaches only through these.
     // Whether the view of the context has the keyboard focus.
     static bool view_has_focus(GlyphContext const &context);
+    // Seams towards the selection, which this node reaches only through these.
     // The child index that the selection's path holds at `depth`; false when the path ends before.
     static bool path_entry(MathSelection const *selection, std::size_t depth, long &index);
     // Tells the selection that the pick goes on into the child at `index`.

@@ -2,6 +2,7 @@
 // highlight of selected nodes and the insertion-point operand, the subtree walks (flag, equality,
 // search), picking, and the text and caret of atoms.
 #include "math/node_probe.h"
+#include "tavi/glyph/view.h"
 #include "tavi/math/mathattriblist.h"
 #include "tavi/math/mathdummynode.h"
 #include "tavi/math/mathexprnode.h"
@@ -19,6 +20,17 @@ using namespace Tavi;
 using namespace NodeTest;
 
 namespace {
+
+// A view that says whether it has the focus.
+class FocusView : public View
+{
+public:
+    explicit FocusView(bool focus) : focus_(focus) {}
+    bool focus() const override { return focus_; }
+
+private:
+    bool focus_;
+};
 
 // A parent that says what read_only is.
 class ReadOnlyParent : public Glyph
@@ -174,50 +186,68 @@ TEST(MathNode, NothingIsPaintedOutsideTheDamage)
     EXPECT_EQ(probe->calls[0].node, node.get());
 }
 
-// The highlight of a node without the view's focus, by surface and flags. The allocation at (100, 50)
-// with a box of 30 x (8, 2) covers top 42, left 100, bottom 52, right 130; 10 by 20 twips at 1440 dpi
-// are 10 by 20 units, so the highlight covers (42 - 20, 100 - 10, 52 + 20, 130 + 10) = (22, 90, 72, 140).
-TEST(MathNode, HighlightBySurfaceAndFlags)
+// The highlight of a node by surface, flags and the view's focus. The allocation at (100, 50) with a
+// box of 30 x (8, 2) covers top 42, left 100, bottom 52, right 130; 10 by 20 twips at 1440 dpi are 10
+// by 20 units, so the highlight covers (42 - 20, 100 - 10, 52 + 20, 130 + 10) = (22, 90, 72, 140).
+TEST(MathNode, HighlightBySurfaceFlagsAndFocus)
 {
+    std::string const yellow_frame[] = {"pen(0/#ffff00/solid,restart=1)", "frame_rect(22,90,72,140)"};
+    std::string const yellow = "fill_rect(22,90,72,140,brush=0/#ffff00)";
+    std::string const cyan = "fill_rect(22,90,72,140,brush=0/#00ffff)";
+    std::string const green = "fill_rect(22,90,72,140,brush=0/#00ff00)";
+    using Calls = std::vector<std::string>;
     struct Case
     {
         bool printing;
         bool selected;
         bool ip_operand;
         bool inside_selection;
-        std::vector<std::string> calls;
+        bool focus;
+        Calls calls;
     } const cases[] = {
-        // Without focus a selected node is framed in yellow.
-        {false, true, false, false, {"pen(0/#ffff00/solid,restart=1)", "frame_rect(22,90,72,140)"}},
-        {false, true, true, false, {"fill_rect(22,90,72,140,brush=0/#00ff00)"}},
-        {false, false, true, false, {"fill_rect(22,90,72,140,brush=0/#00ff00)"}},
-        {false, false, true, true, {"fill_rect(22,90,72,140,brush=0/#00ff00)"}},
-        {false, false, false, true, {}},
-        {false, false, false, false, {}},
+        // A selected node: filled yellow with the focus, framed without.
+        {false, true, false, false, true, {yellow}},
+        {false, true, false, false, false, {yellow_frame[0], yellow_frame[1]}},
+        // Selected and the insertion point's operand: cyan with the focus, green without.
+        {false, true, true, false, true, {cyan}},
+        {false, true, true, false, false, {green}},
+        // The operand alone: cyan only inside a selected node of a focused view.
+        {false, false, true, true, true, {cyan}},
+        {false, false, true, false, true, {green}},
+        {false, false, true, true, false, {green}},
+        {false, false, true, false, false, {green}},
+        // Neither: nothing, whatever the rest.
+        {false, false, false, true, true, {}},
+        {false, false, false, false, false, {}},
         // Printing shows the insertion point in green and never the selection.
-        {true, true, true, false, {"fill_rect(22,90,72,140,brush=0/#00ff00)"}},
-        {true, false, true, false, {"fill_rect(22,90,72,140,brush=0/#00ff00)"}},
-        {true, true, false, false, {}},
+        {true, true, true, false, true, {green}},
+        {true, false, true, true, true, {green}},
+        {true, true, false, false, true, {}},
+        {true, true, false, false, false, {}},
     };
     for (Case const &c : cases) {
         Held<> probe;
         Own<MathExprNode> node(new MathExprNode(probe.get()));
         node->selected(c.selected);
         node->ip_operand(c.ip_operand);
-        Fixture f;
-        f.canvas.set_printing(c.printing);
-        f.context.in_selection(c.inside_selection);
+        FocusView view(c.focus);
+        DamageCanvas canvas;
+        canvas.set_printing(c.printing);
+        GlyphContext glyph_context(nullptr, &view, &canvas, nullptr);
+        MathNodeContext context(glyph_context, nullptr);
+        context.in_selection(c.inside_selection);
         BoxTreeLeaf box(30, 8, 2);
-        node->draw(f.context, AllocationTree(Point(100, 50), &box));
+        node->draw(context, AllocationTree(Point(100, 50), &box));
 
         std::string const label = std::string("printing ") + (c.printing ? "1" : "0") + " selected " +
-                                  (c.selected ? "1" : "0") + " ip " + (c.ip_operand ? "1" : "0");
-        EXPECT_EQ(f.canvas.calls(), c.calls) << label;
+                                  (c.selected ? "1" : "0") + " ip " + (c.ip_operand ? "1" : "0") + " inside " +
+                                  (c.inside_selection ? "1" : "0") + " focus " + (c.focus ? "1" : "0");
+        EXPECT_EQ(canvas.calls(), c.calls) << label;
         // The template paints with in_selection set inside a selected node, and it is put back.
         ASSERT_EQ(probe->in_selection_seen.size(), 1u) << label;
         EXPECT_EQ(probe->in_selection_seen[0], c.selected || c.inside_selection) << label;
-        EXPECT_EQ(f.context.in_selection(), c.inside_selection) << label;
-        EXPECT_EQ(f.context.math_node(), nullptr) << label;
+        EXPECT_EQ(context.in_selection(), c.inside_selection) << label;
+        EXPECT_EQ(context.math_node(), nullptr) << label;
     }
 }
 
