@@ -1,6 +1,7 @@
 // The fonts behind the five font classes, drawn on real pixels: every named character lands in the
-// font its class names (not a fallback), the extension font holds every glyph the stretchy operators
-// ask for with the metrics they expect, and fences built from pieces show no gaps.
+// font its class names, not in a fallback, and each class's family resolves to the intended face.
+#include "font_drawing.h"
+
 #include "support/external_tools.h"
 #include "tavi/canvas/font.h"
 #include "tavi/kxt/utf.h"
@@ -12,29 +13,22 @@
 
 #include <QFileInfo>
 #include <QFontInfo>
-#include <QGlyphRun>
 #include <QImage>
-#include <QPainter>
-#include <QPixmap>
 #include <QRawFont>
 
-#include <cstdlib>
 #include <map>
 #include <set>
 #include <string>
 #include <utility>
+#include <vector>
 
 using namespace Tavi;
+using TaviTest::source_font;
 
 namespace {
 
 // 24 points: 32 pixels to the em on the 96-dpi pixmaps that Qt_Pixmap_Canvas makes.
 constexpr long size_twips = 480;
-
-QString source_font(char const *name)
-{
-    return QString::fromUtf8(TAVI_SOURCE_DIR "/fonts/") + QString::fromUtf8(name);
-}
 
 // The file each class must be drawn from, and the code that file holds the glyph at, given the
 // code a formula stores.
@@ -46,6 +40,10 @@ struct ClassFont
     char32_t (*file_code)(wchar code);
 };
 
+char const liberation_serif[] = "/usr/share/fonts/truetype/liberation2/LiberationSerif-Regular.ttf";
+// The OpenType file, which keeps the Symbol codes at the codes themselves.
+char const standard_symbols[] = "/usr/share/fonts/opentype/urw-base35/StandardSymbolsPS.otf";
+
 char32_t as_is(wchar code) { return code; }
 char32_t low_byte(wchar code) { return code & 0xff; }
 char32_t private_use(wchar code) { return 0xf000 + (code & 0xff); }
@@ -53,64 +51,14 @@ char32_t private_use(wchar code) { return 0xf000 + (code & 0xff); }
 std::vector<ClassFont> const &class_fonts()
 {
     static std::vector<ClassFont> const fonts = {
-        // class                 file                                                              from                 code in the file
-        {MathString::f_upright,    "/usr/share/fonts/truetype/liberation2/LiberationSerif-Regular.ttf", "fonts-liberation2", as_is},
-        {MathString::f_text,       "/usr/share/fonts/truetype/liberation2/LiberationSerif-Regular.ttf", "fonts-liberation2", as_is},
-        {MathString::f_symbol,     "/usr/share/fonts/opentype/urw-base35/StandardSymbolsPS.otf",         "fonts-urw-base35",  low_byte},
-        {MathString::f_extension,  source_font("kmt-math-ext.ttf"),                                      "the source tree",   private_use},
-        {MathString::f_open_face,  source_font("kmt-math-open-face.ttf"),                                "the source tree",   as_is},
+        // class                  file                                        from                 code in the file
+        {MathString::f_upright,   QString(liberation_serif),                   "fonts-liberation2", as_is},
+        {MathString::f_text,      QString(liberation_serif),                   "fonts-liberation2", as_is},
+        {MathString::f_symbol,    QString(standard_symbols),                   "fonts-urw-base35",  low_byte},
+        {MathString::f_extension, source_font("kmt-math-ext.ttf"),             "the source tree",   private_use},
+        {MathString::f_open_face, source_font("kmt-math-open-face.ttf"),       "the source tree",   as_is},
     };
     return fonts;
-}
-
-double pixel_size(Qt_Pixmap_Canvas &canvas, long twips)
-{
-    return canvas.dpi().height() * twips / 1440.0;
-}
-
-QImage gray(QImage const &image)
-{
-    return image.convertToFormat(QImage::Format_Grayscale8);
-}
-
-// One character drawn through the canvas, as a formula draws it: the class's font and char set.
-QImage draw_through_canvas(Font const &font, Gauge::CharSet char_set, wchar code, QSize size, Point at)
-{
-    Qt_Pixmap_Canvas canvas(Extension(0, 0, size.height(), size.width()), nullptr, 0);
-    canvas.erase(Color::white);
-    canvas.font(font, char_set, 0);
-    canvas.text(&code, 1, at);
-    return gray(canvas.pixmap()->toImage());
-}
-
-// The glyph of `code` drawn straight from the font file, at the same place; null if the file has no
-// glyph for the code.
-QImage draw_from_file(QRawFont const &raw, char32_t code, QSize size, Point at)
-{
-    QList<quint32> const glyphs = raw.glyphIndexesForString(QString::fromUcs4(&code, 1));
-    if (glyphs.size() != 1 || glyphs[0] == 0)
-        return QImage();
-    QImage image(size, QImage::Format_RGB32);
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    QGlyphRun run;
-    run.setRawFont(raw);
-    run.setGlyphIndexes(glyphs);
-    run.setPositions({QPointF(0, 0)});
-    painter.drawGlyphRun(QPointF(at.x, at.y), run);
-    painter.end();
-    return gray(image);
-}
-
-// Pixels that differ by more than a quarter of the grey scale.
-long differing_pixels(QImage const &a, QImage const &b)
-{
-    long count = 0;
-    for (int y = 0; y < a.height(); ++y)
-        for (int x = 0; x < a.width(); ++x)
-            if (std::abs(qGray(a.pixel(x, y)) - qGray(b.pixel(x, y))) > 64)
-                ++count;
-    return count;
 }
 
 std::string describe(char const *name, MathString::Font cls, wchar code)
@@ -157,7 +105,8 @@ TEST(Fonts, EveryNamedCharacterIsDrawnFromItsOwnFont)
             ++drawn[named.font];
             ClassFont const &cf = class_fonts().at(named.font);
             Font const font(info.font(named.font).name(), size_twips, false, false);
-            QImage const through_canvas = draw_through_canvas(font, info.char_set(named.font), code, size, at);
+            QImage const through_canvas =
+                TaviTest::draw_through_canvas(font, info.char_set(named.font), &code, 1, size, at);
 
             // Only the text classes have spaces: in the symbol and extension fonts every code is a sign.
             bool const text_like = named.font != MathString::f_symbol && named.font != MathString::f_extension;
@@ -169,18 +118,17 @@ TEST(Fonts, EveryNamedCharacterIsDrawnFromItsOwnFont)
 
             auto raw = raw_fonts.find(int(named.font));
             if (raw == raw_fonts.end()) {
-                Qt_Pixmap_Canvas gauge(Extension(0, 0, 1, 1), nullptr, 0);
-                raw = raw_fonts.emplace(int(named.font), QRawFont(cf.file, pixel_size(gauge, size_twips))).first;
+                raw = raw_fonts.emplace(int(named.font), QRawFont(cf.file, TaviTest::canvas_pixel_size(size_twips))).first;
                 ASSERT_TRUE(raw->second.isValid()) << cf.file.toStdString();
             }
-            QImage const from_file = draw_from_file(raw->second, cf.file_code(code), size, at);
+            QImage const from_file = TaviTest::draw_from_file(raw->second, cf.file_code(code), size, at);
             if (from_file.isNull()) {
                 EXPECT_EQ(named.font, MathString::f_text)
                     << describe(name, named.font, code) << ": " << cf.file.toStdString() << " has no glyph for it";
                 gaps.insert(code);
                 continue;
             }
-            EXPECT_EQ(differing_pixels(through_canvas, from_file), 0)
+            EXPECT_EQ(TaviTest::differing_pixels(through_canvas, from_file), 0)
                 << describe(name, named.font, code) << " is not the glyph of " << cf.file.toStdString();
         }
     }

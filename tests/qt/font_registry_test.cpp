@@ -1,0 +1,54 @@
+// Registering the fonts of a folder with Qt, and the free faces of the families formulas name.
+#include "tavi/qt/font_registry.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFontDatabase>
+#include <QFontInfo>
+
+using namespace Tavi;
+
+TEST(FontRegistry, RegistersTheFontsOfAFolderOnce)
+{
+    // The test main registered the source tree's fonts already: the two files are held, and the
+    // database knows no more families after a second call than after the first.
+    QString const folder = TAVI_SOURCE_DIR "/fonts";
+    QStringList const before = QFontDatabase::families();
+    EXPECT_EQ(register_fonts(folder), 2);
+    EXPECT_EQ(register_fonts(folder), 2);
+    EXPECT_EQ(QFontDatabase::families(), before);
+    EXPECT_TRUE(QFontDatabase::hasFamily("KMT Math Ext"));
+    EXPECT_TRUE(QFontDatabase::hasFamily("KMT Math Open Face"));
+}
+
+TEST(FontRegistry, FoldersWithoutFontsGiveNothing)
+{
+    EXPECT_EQ(register_fonts(TAVI_SOURCE_DIR "/no such folder"), 0);
+    EXPECT_EQ(register_fonts(QString()), 0);
+
+    // A file named like a font that isn't one is refused by the database and not counted.
+    QString const folder = TAVI_TEST_OUTPUT_DIR "/font-registry";
+    QDir().mkpath(folder);
+    QFile bogus(folder + "/bogus.ttf");
+    ASSERT_TRUE(bogus.open(QIODevice::WriteOnly));
+    bogus.write("not a font");
+    bogus.close();
+    EXPECT_EQ(register_fonts(folder), 0);
+}
+
+TEST(FontRegistry, FreeFacesOfTheNamedFamilies)
+{
+    EXPECT_EQ(free_face_for("Times New Roman"), "Liberation Serif");
+    EXPECT_EQ(free_face_for("Symbol"), "Standard Symbols PS");
+    EXPECT_EQ(free_face_for("KMT Math Ext"), QString());
+    EXPECT_EQ(free_face_for("times new roman"), QString());  // names compare in full, with case
+
+    // After the substitutions, each named family draws its free face.
+    substitute_free_faces();
+    EXPECT_EQ(QFontInfo(QFont("Times New Roman")).family(), "Liberation Serif");
+    EXPECT_TRUE(QFontInfo(QFont("Symbol")).family().startsWith("Standard Symbols PS"));
+    // Nothing is added twice: the substitutes stand already, or the system resolves the names.
+    EXPECT_EQ(substitute_free_faces(), 0);
+}

@@ -1,0 +1,374 @@
+// "KMT Math Ext" against the glyph tables of the stretchy and large operators: every code they use
+// is in the font and drawn from it, the font's descent is three ems, each glyph has the depth its
+// table row gives it, and fences built from pieces are one unbroken stroke.
+#include "font_drawing.h"
+
+#include "support/external_tools.h"
+#include "tavi/math/layout/extension_codes.h"
+#include "tavi/qt/qt_pixmap_canvas.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QImage>
+#include <QPixmap>
+#include <QRawFont>
+
+#include <algorithm>
+#include <cmath>
+#include <set>
+#include <string>
+#include <vector>
+
+using namespace Tavi;
+namespace Codes = Tavi::ExtensionCodes;
+
+namespace {
+
+wchar const *const display_texts[] = {
+    u"&Vee;", u"&Wedge;", u"&CirclePlus;", u"&CircleTimes;", u"&CircleDot;", u"&Sum;", u"&prod;",
+    u"&coprod;", u"&Intersection;", u"&Union;", u"&UnionPlus;", u"&SquareUnion;", u"&Integral;",
+    u"&ContourIntegral;", u"&PrincipalValueIntegral;",
+};
+wchar const *const big_texts[] = {
+    u"/", u"\\", u"(", u")", u"[", u"]", u"{", u"}", u"&LeftCeiling;", u"&RightCeiling;",
+    u"&LeftFloor;", u"&RightFloor;", u"&LeftAngleBracket;", u"&RightAngleBracket;", u"&Sqrt;",
+};
+wchar const *const fence_texts[] = {
+    u"(", u")", u"[", u"]", u"{", u"}", u"&LeftCeiling;", u"&RightCeiling;", u"&LeftFloor;",
+    u"&RightFloor;", u"&Sqrt;",
+};
+wchar const *const stack_texts[] = {u"|", u"&Verbar;"};
+
+std::string narrow(wchar const *text)
+{
+    std::string out;
+    for (; *text != 0; ++text)
+        out += char(*text);
+    return out;
+}
+
+QRawFont ext_font(double pixel_size)
+{
+    return QRawFont(TaviTest::source_font("kmt-math-ext.ttf"), pixel_size);
+}
+
+// The ink of the glyph at `code`, with y growing downward from the baseline; an empty rectangle
+// when the font has no glyph there.
+QRectF ink(QRawFont const &raw, wchar code)
+{
+    char32_t const c = 0xf000 + code;
+    QList<quint32> const glyphs = raw.glyphIndexesForString(QString::fromUcs4(&c, 1));
+    if (glyphs.size() != 1 || glyphs[0] == 0)
+        return QRectF();
+    return raw.boundingRect(glyphs[0]);
+}
+
+Font ext(long twips)
+{
+    return Font(u"KMT Math Ext", twips, false, false);
+}
+
+}  // namespace
+
+// Every glyph code of the tables, each drawn through the canvas as the layouts draw it: present in
+// the file, with ink, and the file's own glyph.
+TEST(MathExtFont, HoldsEveryGlyphTheOperatorsUse)
+{
+    std::set<wchar> codes = {Codes::overbar_char, Codes::brace_center(u"{"), Codes::brace_center(u"}")};
+    codes.insert(Codes::char_codes(u"&SmallCircle;")->normal);
+    for (wchar const *text : display_texts) {
+        Codes::DisplayCodes const *row = Codes::display_codes(text);
+        ASSERT_NE(row, nullptr) << narrow(text);
+        codes.insert({row->normal, row->display});
+    }
+    for (wchar const *text : big_texts) {
+        Codes::BigCodes const *row = Codes::big_codes(text);
+        ASSERT_NE(row, nullptr) << narrow(text);
+        codes.insert({row->normal, row->big[0], row->big[1], row->big[2], row->big[3]});
+    }
+    for (wchar const *text : fence_texts) {
+        Codes::FenceCodes const *row = Codes::fence_codes(text);
+        ASSERT_NE(row, nullptr) << narrow(text);
+        codes.insert({row->top, row->mid, row->bottom});
+    }
+    for (wchar const *text : stack_texts) {
+        Codes::StackCodes const *row = Codes::stack_codes(text);
+        ASSERT_NE(row, nullptr) << narrow(text);
+        codes.insert({row->normal, row->stack});
+    }
+    long const twips = 480;  // 32 pixels to the em
+    QSize const size(200, 200);
+    Point const at(40, 60);
+    QRawFont const raw = ext_font(TaviTest::canvas_pixel_size(twips));
+    ASSERT_TRUE(raw.isValid());
+    for (wchar code : codes) {
+        QImage const from_file = TaviTest::draw_from_file(raw, 0xf000 + code, size, at);
+        if (from_file.isNull()) {
+            ADD_FAILURE() << "no glyph at " << code;
+            continue;
+        }
+        QImage const through_canvas = TaviTest::draw_through_canvas(ext(twips), Gauge::cs_symbol, &code, 1, size, at);
+        EXPECT_GT(TaviTest::count_ink(through_canvas, 0, 0, size.width(), size.height()), 0) << code;
+        EXPECT_EQ(TaviTest::differing_pixels(through_canvas, from_file), 0) << code;
+    }
+    // 15 big operators alone bring 4 sizes each; all tables together well over 100 codes.
+    EXPECT_GE(codes.size(), 100u);
+}
+
+// The unit D of the layouts is the font's descent on the canvas: three ems. 24 points at 96 dpi
+// is an em of 24 * 96 / 72 = 32 pixels, so D is 96; the ascent is 0.8 em, 25.6 pixels, which the
+// font engine rounds up.
+TEST(MathExtFont, DescentIsThreeEms)
+{
+    Qt_Pixmap_Canvas canvas(Extension(0, 0, 10, 10), nullptr, 0);
+    canvas.font(ext(480), Gauge::cs_symbol, 0);
+    double const em = canvas.dpi().height() * 480 / 1440.0;
+    wchar const paren = 40;
+    Box const box = canvas.text_box(&paren, 1);
+    EXPECT_EQ(box.descent(), std::lround(3 * em));
+    EXPECT_NEAR(box.ascent(), 0.8 * em, 1.0);
+    EXPECT_EQ(canvas.font_descent(), box.descent());
+}
+
+// The depth of every glyph, measured at 1000 pixels to the em so that a pixel is a thousandth of
+// an em and D is 3000. Pieces hang from the baseline and fill their cells of height thirtieths of
+// D, the four sizes reach k/30 of D for k = 12, 18, 24, 30 (cmex10's sizes stop 0.04 em short),
+// display operators fill the box their ascent and descent give (in thousandths of D/3), and the
+// normal sizes stand on the baseline within the box of a normal character: 0.8 em up, 0.2 em down,
+// give or take cmex10's 0.05 em of overshoot.
+TEST(MathExtFont, GlyphsHaveTheDepthsTheLayoutsExpect)
+{
+    QRawFont const raw = ext_font(1000);
+    ASSERT_TRUE(raw.isValid());
+    double const D = 3000;
+
+    for (wchar const *text : fence_texts) {
+        Codes::FenceCodes const *row = Codes::fence_codes(text);
+        struct Piece
+        {
+            wchar code;
+            long height;
+        } const pieces[] = {{row->top, row->top_height}, {row->mid, row->mid_height}, {row->bottom, row->bottom_height}};
+        for (Piece const &piece : pieces) {
+            QRectF const r = ink(raw, piece.code);
+            double const cell = piece.height * D / 30;
+            SCOPED_TRACE(narrow(text) + " piece " + std::to_string(piece.code));
+            EXPECT_LE(r.top(), 0.0);      // reaches the top of its cell
+            EXPECT_GE(r.top(), -50.0);    // and not much beyond
+            EXPECT_GE(r.bottom(), cell - 20);
+            EXPECT_LE(r.bottom(), cell + 20);
+        }
+    }
+    // The brace's centre piece fills 18/30 of D, 1800.
+    for (wchar centre : {Codes::brace_center(u"{"), Codes::brace_center(u"}")}) {
+        QRectF const r = ink(raw, centre);
+        EXPECT_LE(r.top(), 0.0) << centre;
+        EXPECT_NEAR(r.bottom(), 1800, 20) << centre;
+    }
+
+    int const sizes[] = {12, 18, 24, 30};
+    for (wchar const *text : big_texts) {
+        Codes::BigCodes const *row = Codes::big_codes(text);
+        for (int k = 0; k < 4; ++k) {
+            QRectF const r = ink(raw, row->big[k]);
+            double const depth = sizes[k] * D / 30;
+            SCOPED_TRACE(narrow(text) + " size " + std::to_string(k + 1));
+            EXPECT_GE(r.top(), -50.0);  // hangs from the baseline
+            EXPECT_LE(r.top(), 0.0);
+            EXPECT_GE(r.bottom(), depth - 60);
+            EXPECT_LE(r.bottom(), depth + 10);
+        }
+        QRectF const r = ink(raw, row->normal);
+        SCOPED_TRACE(narrow(text) + " normal");
+        EXPECT_LT(r.top(), -600.0);
+        EXPECT_GE(r.top(), -810.0);
+        EXPECT_LE(r.bottom(), 260.0);
+    }
+
+    for (wchar const *text : display_texts) {
+        Codes::DisplayCodes const *row = Codes::display_codes(text);
+        // Thousandths of D/3 are units of 1000 pixels to the em: the sum's 800 + 200 is one em.
+        double const text_depth = (row->text_ascent + row->text_descent) * D / 3000;
+        double const display_depth = (row->display_ascent + row->display_descent) * D / 3000;
+        QRectF const t = ink(raw, row->normal);
+        QRectF const d = ink(raw, row->display);
+        SCOPED_TRACE(narrow(text));
+        EXPECT_NEAR(t.top(), 0, 15);
+        EXPECT_NEAR(t.bottom(), text_depth, 15);
+        EXPECT_NEAR(d.top(), 0, 15);
+        EXPECT_NEAR(d.bottom(), display_depth, 15);
+    }
+
+    // The overbar piece: a rule between 0.04 and 0.08 em above the baseline, as wide as its advance,
+    // so that copies side by side make one line.
+    QRectF const bar = ink(raw, Codes::overbar_char);
+    char32_t const bar_char = 0xf000 + Codes::overbar_char;
+    QList<quint32> const bar_glyph = raw.glyphIndexesForString(QString::fromUcs4(&bar_char, 1));
+    double const advance = raw.advancesForGlyphIndexes(bar_glyph).value(0).x();
+    EXPECT_NEAR(bar.top(), -80, 1);
+    EXPECT_NEAR(bar.bottom(), -40, 1);
+    EXPECT_NEAR(bar.left(), 0, 1);
+    EXPECT_NEAR(bar.right(), advance, 1);
+}
+
+namespace {
+
+// A fence of ascent a and descent d around the baseline y0, built from pieces as the fence layout
+// builds it: the top piece at the top, middles every step down to the bottom piece, the last middle
+// moved up to meet the bottom piece exactly; a brace has its centre piece in the middle, with
+// middles above and below. Pieces are shifted right by the row's shift.
+void draw_fence(Qt_Pixmap_Canvas &canvas, Codes::FenceCodes const &row, wchar centre, long D, long x, long y0,
+                long a, long d)
+{
+    auto paint = [&](wchar code, long y) { canvas.text(&code, 1, Point(x + row.x_shift * D / 3000, y)); };
+    long y = y0 - a;
+    paint(row.top, y);
+    y += row.top_height * D / 30;
+    long const bottom_y = y0 + d - row.bottom_height * D / 30;
+    long const step = row.mid_height * D / 30;
+    auto middles = [&](long to) {
+        while (step > 0 && y + step < to) {
+            paint(row.mid, y);
+            y += step;
+        }
+        paint(row.mid, to - step);
+    };
+    if (centre != 0) {
+        long const centre_h = 18 * D / 30;
+        long const centre_y = (d + a) / 2 - a + y0 - centre_h / 2;
+        middles(centre_y);
+        paint(centre, centre_y);
+        y = centre_y + centre_h;
+    }
+    middles(bottom_y);
+    paint(row.bottom, bottom_y);
+}
+
+bool dark(QImage const &image, int x, int y)
+{
+    return qGray(image.pixel(x, y)) < 128;
+}
+
+// How many 8-connected groups of dark pixels the image holds.
+int dark_components(QImage const &image)
+{
+    int const w = image.width();
+    int const h = image.height();
+    std::vector<char> seen(std::size_t(w) * h, 0);
+    int components = 0;
+    std::vector<QPoint> stack;
+    for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x) {
+            if (seen[std::size_t(y) * w + x] || !dark(image, x, y))
+                continue;
+            ++components;
+            stack.push_back(QPoint(x, y));
+            seen[std::size_t(y) * w + x] = 1;
+            while (!stack.empty()) {
+                QPoint const p = stack.back();
+                stack.pop_back();
+                for (int dy = -1; dy <= 1; ++dy)
+                    for (int dx = -1; dx <= 1; ++dx) {
+                        int const nx = p.x() + dx;
+                        int const ny = p.y() + dy;
+                        if (nx < 0 || ny < 0 || nx >= w || ny >= h)
+                            continue;
+                        std::size_t const i = std::size_t(ny) * w + nx;
+                        if (!seen[i] && dark(image, nx, ny)) {
+                            seen[i] = 1;
+                            stack.push_back(QPoint(nx, ny));
+                        }
+                    }
+            }
+        }
+    return components;
+}
+
+}  // namespace
+
+// Fences built from pieces at three heights: the shortest the pieces allow, that plus 1.3 ems, and
+// three times the shortest. Each is one stroke: one group of dark pixels, with no light pixel on
+// the column through the middle piece between its first and last dark pixel, and its ink spans the
+// height asked for. The drawings are kept for a person to look at.
+TEST(MathExtFont, FencesBuiltFromPiecesAreUnbroken)
+{
+    long const twips = 720;  // 36 points: 48 pixels to the em, D = 144
+    QDir().mkpath(TAVI_TEST_OUTPUT_DIR "/fonts");
+    struct Case
+    {
+        wchar const *text;
+        char const *file;
+        bool brace;
+    } const cases[] = {
+        {u"(", "paren-left", false},      {u")", "paren-right", false},
+        {u"[", "bracket-left", false},    {u"]", "bracket-right", false},
+        {u"{", "brace-left", true},       {u"}", "brace-right", true},
+        {u"&LeftCeiling;", "ceiling-left", false}, {u"&RightFloor;", "floor-right", false},
+        {u"&Sqrt;", "radical", false},
+    };
+    for (Case const &c : cases) {
+        Codes::FenceCodes const &row = *Codes::fence_codes(c.text);
+        wchar const centre = c.brace ? Codes::brace_center(c.text) : 0;
+        for (int variant = 0; variant < 3; ++variant) {
+            QSize const size(160, 900);
+            Qt_Pixmap_Canvas canvas(Extension(0, 0, size.height(), size.width()), nullptr, 0);
+            canvas.erase(Color::white);
+            canvas.font(ext(twips), Gauge::cs_symbol, 0);
+            long const D = canvas.font_descent();
+            double const em = D / 3.0;
+            // The shortest fence: top, one middle (the closing one) and bottom; a brace's centre
+            // takes 18/30 of D besides.
+            long const full = (row.top_height + row.bottom_height + (c.brace ? 18 : row.mid_height)) * D / 30;
+            long const total = variant == 0 ? full : variant == 1 ? full + long(1.3 * em) : 3 * full;
+            long const a = total / 2;
+            long const d = total - a;
+            long const x = 40;
+            long const y0 = 40 + a;
+            draw_fence(canvas, row, centre, D, x, y0, a, d);
+            QImage const image = canvas.pixmap()->toImage().convertToFormat(QImage::Format_Grayscale8);
+            std::string const name = std::string(c.file) + "-" + std::to_string(variant);
+            image.save(QString::fromStdString(TAVI_TEST_OUTPUT_DIR "/fonts/fence-" + name + ".png"));
+            SCOPED_TRACE(name);
+
+            EXPECT_EQ(dark_components(image), 1);
+
+            // The ink's first and last rows: the top and bottom of the box, within two pixels.
+            int first = -1;
+            int last = -1;
+            for (int y = 0; y < image.height(); ++y)
+                if (TaviTest::count_ink(image, 0, y, image.width(), y + 1) > 0) {
+                    if (first < 0)
+                        first = y;
+                    last = y;
+                }
+            EXPECT_NEAR(first, y0 - a, 2);
+            EXPECT_NEAR(last, y0 + d - 1, 2);
+
+            if (c.brace)
+                continue;  // the column through a brace's stroke crosses the notch of its centre
+            QRectF const mid = ext_font(TaviTest::canvas_pixel_size(twips)).boundingRect(
+                ext_font(TaviTest::canvas_pixel_size(twips))
+                    .glyphIndexesForString(QString(QChar(0xf000 + row.mid)))
+                    .value(0));
+            int const column = int(x + row.x_shift * D / 3000 + (mid.left() + mid.right()) / 2);
+            int top = -1;
+            int bottom = -1;
+            for (int y = 0; y < image.height(); ++y)
+                if (dark(image, column, y)) {
+                    if (top < 0)
+                        top = y;
+                    bottom = y;
+                }
+            ASSERT_GE(top, 0);
+            int gaps = 0;
+            for (int y = top; y <= bottom; ++y)
+                if (!dark(image, column, y))
+                    ++gaps;
+            EXPECT_EQ(gaps, 0) << "column " << column << " from " << top << " to " << bottom;
+            // The column runs through the whole middle: from the top piece to the bottom piece.
+            EXPECT_LE(top, y0 - a + row.top_height * D / 30);
+            EXPECT_GE(bottom, y0 + d - row.bottom_height * D / 30);
+        }
+    }
+}
