@@ -192,20 +192,19 @@ Selection *HierarchicalSingleSelection::sub_selection() const
     return sub_selection_;
 }
 
+// A level that cannot select out (or in) leaves the command alone, so that an outer level that can
+// is asked next.
 bool HierarchicalSingleSelection::handle_command_state(Command *command)
 {
     Command &c = *command;
-    if (typeid(c) == typeid(SelectOutCmd)) {
-        if (can_select_out())
-            command->enable(true);
-        return true;
-    }
-    if (typeid(c) == typeid(SelectInCmd)) {
-        if (can_select_in())
-            command->enable(true);
-        return true;
-    }
-    return false;
+    bool able = false;
+    if (typeid(c) == typeid(SelectOutCmd))
+        able = can_select_out();
+    else if (typeid(c) == typeid(SelectInCmd))
+        able = can_select_in();
+    if (able)
+        command->enable(true);
+    return able;
 }
 
 bool HierarchicalSingleSelection::handle_command(Command *command)

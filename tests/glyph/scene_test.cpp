@@ -1,0 +1,378 @@
+// Tests of Scene, the windowless implementations, Message, and GlyphScene with GlyphView: the
+// bring-up order, drawing (scene and selection extensions), selection by point at the next draw,
+// the pending scroll to the selection, and the reaction to change hints.
+#include <gtest/gtest.h>
+
+#include "scene_fixtures.h"
+#include <algorithm>
+
+#include "support/recording_canvas.h"
+#include "tavi/glyph/glyphview.h"
+#include "tavi/glyph/hint.h"
+#include "tavi/glyph/message.h"
+#include "tavi/glyph/rendersceneimp.h"
+#include "tavi/glyph/renderviewimp.h"
+
+namespace {
+
+using namespace Tavi;
+using namespace SceneTest;
+
+// A scene that notes when setup_stage runs and whether the implementation was there by then.
+class StagedScene : public Scene
+{
+public:
+    void setup_stage() override { staged_with = implementation(); ++stages; }
+    SceneImp *staged_with = nullptr;
+    int stages = 0;
+};
+
+// A view that answers commands of one class, and notes every one it is asked about.
+class CommandView : public View
+{
+public:
+    explicit CommandView(bool takes) : takes_(takes) {}
+    bool do_command(Command *) override { ++asked; return takes_; }
+    bool command_state(Command *c) override
+    {
+        ++asked;
+        if (takes_)
+            c->enable(true);
+        return takes_;
+    }
+    void damage_content(DamageAspect const &) override { ++damaged; }
+    void damage_all() override { ++damaged_all; }
+    int asked = 0;
+    int damaged = 0;
+    int damaged_all = 0;
+
+private:
+    bool takes_;
+};
+
+TEST(Scene, ImplementationIsJoinedBeforeSetupStage)
+{
+    RenderSceneImp imp;
+    StagedScene scene;
+    EXPECT_EQ(scene.view_count(), 0);
+    scene.implementation(&imp);
+    EXPECT_EQ(scene.implementation(), &imp);
+    EXPECT_EQ(imp.scene(), &scene);
+    EXPECT_EQ(scene.staged_with, &imp);
+    EXPECT_EQ(scene.stages, 1);
+}
+
+TEST(Scene, CommandsAskEachViewUpToTheFirstThatTakesThem)
+{
+    FakeSceneImp imp;
+    CommandView refuses(false), takes(true), never(true);
+    imp.views = {&refuses, &takes, &never};
+    Scene scene;
+    scene.implementation(&imp);
+    CopyCmd copy;
+    EXPECT_TRUE(scene.command_state(&copy));
+    EXPECT_TRUE(copy.enabled());
+    EXPECT_TRUE(scene.do_command(&copy));
+    EXPECT_EQ(refuses.asked, 2);
+    EXPECT_EQ(takes.asked, 2);
+    EXPECT_EQ(never.asked, 0);
+
+    // damage_content reaches every view; damage_all goes through SceneImp to every view.
+    scene.damage_content(DamageSelection::object());
+    scene.damage_all();
+    for (CommandView *v : {&refuses, &takes, &never}) {
+        EXPECT_EQ(v->damaged, 1);
+        EXPECT_EQ(v->damaged_all, 1);
+    }
+
+    imp.views = {&refuses};
+    EXPECT_FALSE(scene.do_command(&copy));
+    EXPECT_FALSE(scene.key_down(Input::key_a, 0));
+    EXPECT_FALSE(scene.key_up(Input::key_a, 0));
+    EXPECT_FALSE(scene.enter_char(u'a'));
+    EXPECT_FALSE(scene.busy());
+    scene.modified(true);
+    EXPECT_TRUE(scene.modified());
+    imp.modifiers = 2;
+    EXPECT_EQ(scene.modifier_state(), 2);
+}
+
+TEST(Scene, RenderSceneImpHasOneViewForAnyIndexOnceSet)
+{
+    RenderSceneImp imp;
+    EXPECT_EQ(imp.view_count(), 0);
+    EXPECT_EQ(imp.view_at(0), nullptr);
+    View view;
+    imp.view(&view);
+    EXPECT_EQ(imp.view_count(), 1);
+    for (long i : {0L, 1L, -3L, 1000L})
+        EXPECT_EQ(imp.view_at(i), &view) << i;
+    imp.modified(true);
+    EXPECT_FALSE(imp.modified());
+    EXPECT_EQ(imp.modifier_state(), 0);
+    // damage_all does nothing: the view is not told.
+    CommandView watched(false);
+    imp.view(&watched);
+    imp.damage_all();
+    EXPECT_EQ(watched.damaged_all, 0);
+}
+
+TEST(Scene, RenderViewImpIsAWindowlessUnitSquare)
+{
+    RenderViewImp imp;
+    Scene scene;
+    imp.scene(&scene);
+    EXPECT_EQ(imp.scene(), &scene);
+    EXPECT_EQ(imp.viewport(), Extension(0, 0, 1, 1));
+    RenderViewImp other;
+    EXPECT_EQ(&imp.viewport(), &other.viewport());
+    EXPECT_FALSE(imp.active());
+    EXPECT_FALSE(imp.focus());
+    EXPECT_EQ(imp.start_timer(100), 0);
+    EXPECT_FALSE(imp.silent_scroll_to(Point(3, 3)));
+}
+
+TEST(Message, HookGetsTextCaptionAndTypeWithErrorAsDefaultCaption)
+{
+    std::vector<std::string> seen;
+    MessageHook old = message_hook([&seen](wchar const *text, wchar const *caption, MessageType type) {
+        seen.push_back(Kxt::to_string(caption) + "|" + Kxt::to_string(text) + "|" + std::to_string(type));
+    });
+    Message(u"disk full", u"Save", message_warning);
+    Message(u"done", nullptr, message_information);
+    Message(nullptr, nullptr, static_cast<MessageType>(7));
+    // A render view hands its messages to the same hook.
+    RenderViewImp render;
+    render.show_message(u"from render", u"R", message_warning);
+    // A view without an implementation, or no view at all, goes to the hook too.
+    View bare;
+    Message(&bare, u"bare", nullptr, message_information);
+    Message(static_cast<View *>(nullptr), u"none", u"N", message_warning);
+    // A view with an implementation shows it in its window, with the same default caption.
+    FakeViewImp imp;
+    View view;
+    view.implementation(&imp);
+    Message(&view, u"windowed", nullptr, message_warning);
+    message_hook(old);
+
+    EXPECT_EQ(seen, (std::vector<std::string>{"Save|disk full|1", "Error|done|0", "Error||7", "R|from render|1",
+                                              "Error|bare|0", "N|none|1"}));
+    EXPECT_EQ(imp.messages, (std::vector<std::string>{"Error|windowed|1"}));
+}
+
+TEST(Message, EmptyHookPutsTheDefaultBack)
+{
+    int calls = 0;
+    message_hook([&calls](wchar const *, wchar const *, MessageType) { ++calls; });
+    MessageHook mine = message_hook(MessageHook());
+    ASSERT_TRUE(static_cast<bool>(mine));
+    mine(u"x", u"y", message_information);
+    EXPECT_EQ(calls, 1);
+    // The default is in place again: it writes to the error stream, and the old hook is not called.
+    testing::internal::CaptureStderr();
+    Message(u"x", u"y", message_warning);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "warning: y: x\n");
+    EXPECT_EQ(calls, 1);
+}
+
+// The host's order: scene, its implementation, view, its implementation, final_construct.
+struct Host
+{
+    explicit Host(Root *root) : scene(root)
+    {
+        scene.implementation(&scene_imp);
+        scene_imp.views.push_back(&view);
+        view_imp.set_scene(&scene);
+        view.implementation(&view_imp);
+        view.final_construct();
+        // Twenty wide, ten high.
+        view_imp.set_viewport(Extension(0, 0, 10, 20));
+    }
+    FakeSceneImp scene_imp;
+    TestScene scene;
+    FakeViewImp view_imp;
+    GlyphView view;
+};
+
+TEST(GlyphScene, DrawSetsTheSceneAndSelectionExtensionsAndDrawsOnce)
+{
+    Root *root = make_strip_root();
+    Host host(root);
+    TaviTest::RecordingCanvas canvas;
+    Extension e;
+    EXPECT_FALSE(host.scene.selection_extension(&host.view, e));
+
+    host.view.on_draw(&canvas, false);
+    // The strip is 90 wide, 8 up and 2 down; its top left corner stands at (0, 0).
+    EXPECT_EQ(host.view.scene_extension(), Extension(0, 0, 10, 90));
+    EXPECT_EQ(host.view_imp.extension_changes, 1);
+    EXPECT_EQ(root->draws, 1);
+    EXPECT_EQ(canvas.calls(), (std::vector<std::string>{"erase(#ffffff)"}));
+    // No selection yet: the selection extension stays unknown.
+    EXPECT_FALSE(host.scene.selection_extension(&host.view, e));
+
+    // Select the middle cell: after the next draw its box, x 30 to 60, is the selection extension.
+    ASSERT_TRUE(host.scene.select(root->child()->component(1)));
+    host.view.on_draw(&canvas, false);
+    ASSERT_TRUE(host.scene.selection_extension(&host.view, e));
+    EXPECT_EQ(e, Extension(0, 30, 10, 60));
+    // Drawing again without invalidating measures nothing again; printing does.
+    EXPECT_EQ(root->measures, 1);
+    host.view.on_print(&canvas);
+    EXPECT_EQ(root->measures, 2);
+    EXPECT_EQ(root->draws, 3);
+
+    // A translated canvas moves both extensions.
+    canvas.translation(Point(100, 50));
+    host.view.on_draw(&canvas, false);
+    EXPECT_EQ(host.view.scene_extension(), Extension(50, 100, 60, 190));
+    ASSERT_TRUE(host.scene.selection_extension(&host.view, e));
+    EXPECT_EQ(e, Extension(50, 130, 60, 160));
+}
+
+TEST(GlyphScene, ClickSelectsAtTheNextDrawAndAModifiedClickIsRefused)
+{
+    Root *root = make_strip_root();
+    Host host(root);
+    TaviTest::RecordingCanvas canvas;
+    host.view.on_draw(&canvas, false);
+    host.scene.journal.clear();
+
+    // Shift-click: refused, no redraw asked.
+    EXPECT_FALSE(host.view.mouse_down(Point(45, 5), Input::modifier_shift, false));
+    EXPECT_EQ(host.view_imp.damage_all_count, 0);
+    EXPECT_FALSE(host.view.select_pending());
+
+    // Without a selection a click cannot select anything, even at the draw.
+    EXPECT_TRUE(host.view.mouse_down(Point(45, 5), 0, false));
+    EXPECT_EQ(host.view_imp.damage_all_count, 1);
+    EXPECT_TRUE(host.view.select_pending());
+    host.view.on_draw(&canvas, false);
+    EXPECT_FALSE(host.view.select_pending());
+    EXPECT_EQ(host.scene.selection(), nullptr);
+
+    // With a selection of the strip, a click at x 45 (the middle cell, 30 to 60) selects it.
+    host.scene.select(root->child());
+    host.scene.damages.clear();
+    host.view.mouse_down(Point(45, 5), 0, false);
+    host.view.on_draw(&canvas, false);
+    ASSERT_NE(host.scene.selection(), nullptr);
+    EXPECT_EQ(host.scene.focus()->glyph(), root->child()->component(1));
+    EXPECT_EQ(std::u16string(host.scene.type_name()), u"leaf");
+    Extension e;
+    ASSERT_TRUE(host.scene.selection_extension(&host.view, e));
+    EXPECT_EQ(e, Extension(0, 30, 10, 60));
+    // The click's change damaged the highlight.
+    EXPECT_NE(std::find(host.scene.damages.begin(), host.scene.damages.end(), "selection"), host.scene.damages.end());
+
+    // A click outside the formula leaves the selection where it was, but it was taken apart and put
+    // together again around the attempt.
+    host.scene.journal.clear();
+    host.view.mouse_down(Point(500, 500), 0, false);
+    host.view.on_draw(&canvas, false);
+    EXPECT_EQ(host.scene.focus()->glyph(), root->child());
+}
+
+TEST(GlyphScene, ScrollToSelectionBeforeTheFirstDrawWaitsForIt)
+{
+    Root *root = make_strip_root();
+    Host host(root);
+    // Select the last cell, x 60 to 90; the viewport shows x 0 to 20.
+    host.scene.select(root->child()->component(2));
+    host.view_imp.damage_all_count = 0;
+    host.view_imp.scrolls.clear();
+    host.view.scroll_to_selection();
+    EXPECT_TRUE(host.view.scroll_pending());
+    EXPECT_EQ(host.view_imp.damage_all_count, 1);
+    EXPECT_TRUE(host.view_imp.scrolls.empty());
+
+    TaviTest::RecordingCanvas canvas;
+    host.view.on_draw(&canvas, false);
+    EXPECT_FALSE(host.view.scroll_pending());
+    // Both edges right of the viewport's: x grows by (90 + 20) - 20 = 90. y: top 0 is not above 0,
+    // bottom 10 is not below 10.
+    EXPECT_EQ(host.view_imp.scrolls, (std::vector<Point>{Point(90, 0)}));
+
+    // Now the extension is known: the scroll happens at once, and nothing is left pending.
+    host.view_imp.set_viewport(Extension(0, 0, 10, 20));
+    host.view_imp.scrolls.clear();
+    host.view.scroll_to_selection();
+    EXPECT_FALSE(host.view.scroll_pending());
+    EXPECT_EQ(host.view_imp.scrolls, (std::vector<Point>{Point(90, 0)}));
+
+    // An explicit scroll drops a pending one; so does a click.
+    host.scene.changed(SelectionChange::object());
+    EXPECT_TRUE(host.view.scroll_pending());
+    host.view.scroll_to(Point(0, 0));
+    EXPECT_FALSE(host.view.scroll_pending());
+    host.scene.changed(SelectionChange::object());
+    host.view.mouse_down(Point(1, 1), 0, false);
+    EXPECT_FALSE(host.view.scroll_pending());
+}
+
+TEST(GlyphScene, ChangedDistinguishesSelectionEditAndOtherHints)
+{
+    Root *root = make_strip_root();
+    Host host(root);
+    TaviTest::RecordingCanvas canvas;
+    host.scene.select(root->child()->component(0));
+    host.view.on_draw(&canvas, false);
+    Extension e;
+    ASSERT_TRUE(host.scene.selection_extension(&host.view, e));
+
+    // Any other aspect changes nothing.
+    host.scene.damages.clear();
+    int const invalidations = root->invalidations;
+    host.scene.changed(ChangedAspect::object());
+    EXPECT_TRUE(host.scene.selection_extension(&host.view, e));
+    EXPECT_TRUE(host.scene.damages.empty());
+    EXPECT_FALSE(host.view.scroll_pending());
+
+    // A selection change: the extension is forgotten, the highlight damaged, the views told to scroll.
+    host.scene.changed(SelectionChange::object());
+    EXPECT_FALSE(host.scene.selection_extension(&host.view, e));
+    EXPECT_EQ(host.scene.damages, (std::vector<std::string>{"selection"}));
+    EXPECT_FALSE(host.scene.modified());
+    EXPECT_EQ(root->invalidations, invalidations);
+    EXPECT_TRUE(host.view.scroll_pending());
+
+    // An edit (a UserContentChange counts as one): modified, and the root measures again.
+    host.view.on_draw(&canvas, false);
+    host.scene.damages.clear();
+    host.scene.changed(UserContentChange::object());
+    EXPECT_FALSE(host.scene.selection_extension(&host.view, e));
+    EXPECT_TRUE(host.scene.modified());
+    EXPECT_EQ(root->invalidations, invalidations + 1);
+    EXPECT_TRUE(host.scene.damages.empty());
+    int const measures = root->measures;
+    host.view.on_draw(&canvas, false);
+    EXPECT_EQ(root->measures, measures + 1);
+}
+
+TEST(GlyphScene, WithoutRootOrSelectionNothingIsDrawnOrSelected)
+{
+    // The bare scene supplies no root and makes no selection.
+    struct Bare : GlyphScene
+    {
+        bool deselect(Glyph *) override { return false; }
+    } bare;
+    TaviTest::RecordingCanvas canvas;
+    FakeViewImp imp;
+    imp.set_scene(&bare);
+    GlyphView view;
+    view.implementation(&imp);
+    view.on_draw(&canvas, true);
+    EXPECT_EQ(imp.extension_changes, 0);
+    EXPECT_FALSE(bare.select_at(&view, &canvas, Point()));
+    auto *cell = new Cell(Box(1, 1, 1));
+    cell->ref();
+    EXPECT_FALSE(bare.select(cell));
+    EXPECT_FALSE(bare.contains(cell));
+    EXPECT_EQ(bare.focus(), &bare);
+    EXPECT_EQ(bare.count(), 0);
+    bare.scroll_to_selection();
+    EXPECT_FALSE(view.scroll_pending());
+    cell->unref();
+}
+
+}  // namespace

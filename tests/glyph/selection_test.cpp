@@ -1,0 +1,325 @@
+// Tests of the selection chain: GlyphSelection's links to its owner, HierarchicalSingleSelection's
+// inward-first rules (focus, keys, commands, select in and out, select and deselect by glyph), the
+// memos that rebuild a chain, and the scene as the outermost selection with its accelerators.
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "scene_fixtures.h"
+#include "support/recording_canvas.h"
+#include "tavi/glyph/glyphscenememo.h"
+
+namespace {
+
+using namespace Tavi;
+using namespace SceneTest;
+
+// Root(Strip(Strip(cell, cell), cell)): a chain can be three deep (outer strip, inner strip, cell).
+Root *make_nested_root()
+{
+    auto *inner = new Strip;
+    inner->append(new Cell(Box(10, 5, 1)));
+    inner->append(new Cell(Box(10, 5, 1)));
+    auto *outer = new Strip;
+    outer->append(inner);
+    outer->append(new Cell(Box(10, 5, 1)));
+    return new Root(outer);
+}
+
+struct Chain
+{
+    Chain() : root(make_nested_root()), scene(root)
+    {
+        outer = root->child();
+        inner = outer->component(0);
+        first = inner->component(0);
+        second = inner->component(1);
+        last = outer->component(1);
+    }
+    PathSelection *top() { return static_cast<PathSelection *>(scene.selection()); }
+    PathSelection *middle() { return static_cast<PathSelection *>(top()->sub_selection()); }
+    PathSelection *bottom() { return static_cast<PathSelection *>(middle()->sub_selection()); }
+
+    Root *root;
+    TestScene scene;
+    Glyph *outer;
+    Glyph *inner;
+    Glyph *first;
+    Glyph *second;
+    Glyph *last;
+};
+
+TEST(Selection, SelectByGlyphBuildsTheChainDownToIt)
+{
+    Chain c;
+    ASSERT_TRUE(c.scene.select(c.second));
+    EXPECT_EQ(c.scene.journal.front(), "create:0");
+    // The chain: outer strip, inner strip (child 0), second cell (child 1).
+    EXPECT_EQ(c.top()->glyph(), c.outer);
+    EXPECT_EQ(c.middle()->glyph(), c.inner);
+    EXPECT_EQ(c.bottom()->glyph(), c.second);
+    EXPECT_EQ(c.bottom()->glyph_index(), 1);
+    EXPECT_EQ(c.bottom()->owner(), c.middle());
+    EXPECT_EQ(c.bottom()->scene(), &c.scene);
+    // focus on a chain of three is the innermost; type_name is the innermost's.
+    EXPECT_EQ(c.scene.focus(), c.bottom());
+    EXPECT_EQ(c.top()->focus(), c.bottom());
+    EXPECT_EQ(std::u16string(c.scene.type_name()), u"leaf");
+    EXPECT_EQ(std::u16string(c.middle()->own_type_name()), u"branch");
+    EXPECT_EQ(c.scene.selected_element(), c.second);
+    EXPECT_EQ(c.scene.count(), 1);
+    EXPECT_EQ(c.scene.component(0), c.second);
+    // attach reached the whole chain.
+    EXPECT_TRUE(c.scene.attached());
+    EXPECT_TRUE(c.top()->attached() && c.middle()->attached() && c.bottom()->attached());
+
+    for (Glyph *g : std::vector<Glyph *>{c.root, c.outer, c.inner, c.second})
+        EXPECT_TRUE(c.scene.contains(g));
+    for (Glyph *g : std::vector<Glyph *>{c.first, c.last})
+        EXPECT_FALSE(c.scene.contains(g));
+}
+
+TEST(Selection, SelectKeepsAChainThatAlreadyHoldsTheGlyph)
+{
+    Chain c;
+    c.scene.select(c.second);
+    // The strip's own selection holds the inner strip; select(inner) on it stops at the middle level.
+    PathSelection *top = c.top();
+    ASSERT_TRUE(top->select(c.inner));
+    EXPECT_EQ(top->focus()->glyph(), c.inner);
+    // A glyph outside the tree: every child is tried, and the chain is dropped.
+    auto *stranger = new Cell(Box(1, 1, 1));
+    stranger->ref();
+    c.scene.journal.clear();
+    EXPECT_FALSE(top->select(stranger));
+    EXPECT_EQ(top->sub_selection(), nullptr);
+    // The inner strip's level tries its two cells and drops; then the top tries its children: the
+    // inner strip (whose new level tries its two cells again) and the last cell.
+    EXPECT_EQ(c.scene.journal, (Journal{"select_child:0", "select_child:1", "select_child:0", "select_child:0",
+                                        "select_child:1", "select_child:1"}));
+    // Through the scene, the failed select falls back to select_default and answers false.
+    EXPECT_FALSE(c.scene.select(stranger));
+    EXPECT_NE(c.scene.selection(), nullptr);
+    EXPECT_EQ(c.scene.focus()->glyph(), c.outer);
+    stranger->unref();
+}
+
+TEST(Selection, KeysStayWithTheFocusCommandsComeBackOut)
+{
+    Chain c;
+    c.scene.select(c.second);
+    c.scene.journal.clear();
+    // The innermost selection notes the key and refuses it; the outer levels don't try it.
+    EXPECT_FALSE(c.scene.key_down(Input::key_a, 0));
+    EXPECT_EQ(c.scene.journal, (Journal{"key:65/0"}));
+    c.bottom()->take_key = Input::key_a;
+    EXPECT_TRUE(c.scene.key_down(Input::key_a, 0));
+    EXPECT_FALSE(c.scene.key_up(Input::key_a, 0));
+    EXPECT_FALSE(c.scene.enter_char(u'a'));
+
+    // SelectOut: the innermost cannot (no sub), the middle can: the command comes back out to it.
+    SelectOutCmd out;
+    EXPECT_TRUE(c.scene.command_state(&out));
+    EXPECT_TRUE(out.enabled());
+    EXPECT_TRUE(c.scene.can_select_out());
+    EXPECT_TRUE(c.scene.do_select_out());
+    EXPECT_EQ(c.scene.focus(), c.middle());
+    EXPECT_EQ(c.middle()->sub_selection(), nullptr);
+    // A command nobody knows goes through and comes back false.
+    UndoCmd undo;
+    EXPECT_FALSE(c.scene.command_state(&undo));
+    EXPECT_FALSE(undo.enabled());
+    EXPECT_FALSE(c.scene.do_command(&undo));
+}
+
+TEST(Selection, SelectInAndOutBracketTheChangeOnTheScene)
+{
+    Chain c;
+    c.scene.select(c.inner);
+    ASSERT_EQ(c.scene.focus(), c.middle());
+    c.scene.damages.clear();
+    c.scene.journal.clear();
+    EXPECT_TRUE(c.scene.can_select_in());
+    EXPECT_TRUE(c.scene.do_select_in());
+    EXPECT_EQ(c.scene.focus()->glyph(), c.first);
+    EXPECT_EQ(c.scene.journal, (Journal{"select_child:0"}));
+    // Highlight off (the middle, which had no sub) and on (the new cell): two damages.
+    EXPECT_EQ(c.scene.damages, (std::vector<std::string>{"selection", "selection"}));
+    EXPECT_TRUE(c.bottom()->attached());
+
+    // A cell has no children: select_in answers false and changes nothing.
+    c.scene.damages.clear();
+    EXPECT_FALSE(c.scene.can_select_in());
+    EXPECT_FALSE(c.bottom()->select_in());
+    EXPECT_FALSE(c.bottom()->can_select_in());
+    EXPECT_TRUE(c.scene.damages.empty());
+    EXPECT_EQ(c.scene.focus()->glyph(), c.first);
+
+    // Children that all refuse: false, but the scene is put together again.
+    ASSERT_TRUE(c.scene.do_select_out());
+    c.middle()->refuse_children = true;
+    c.scene.damages.clear();
+    EXPECT_FALSE(c.middle()->select_in());
+    EXPECT_EQ(c.scene.damages.size(), 2u);
+    EXPECT_TRUE(c.middle()->attached());
+    EXPECT_EQ(c.scene.focus(), c.middle());
+
+    // select_out at the top: nothing to leave.
+    ASSERT_TRUE(c.scene.do_select_out());
+    EXPECT_FALSE(c.top()->select_out());
+    EXPECT_FALSE(c.scene.can_select_out());
+}
+
+TEST(Selection, DeselectDropsTheLevelsThatLoseTheirGlyph)
+{
+    Chain c;
+    c.scene.select(c.second);
+    // The hierarchical rule: a glyph inside sub drops sub, and the answer is false.
+    EXPECT_FALSE(c.top()->deselect(c.second));
+    EXPECT_EQ(c.middle()->sub_selection(), nullptr);
+    EXPECT_TRUE(c.middle()->deselect(c.inner));
+
+    // Through the scene: the glyph of the middle level drops it, the top stays.
+    c.scene.select(c.second);
+    c.scene.damages.clear();
+    EXPECT_FALSE(c.scene.deselect(c.inner));
+    EXPECT_EQ(c.top()->sub_selection(), nullptr);
+    EXPECT_TRUE(c.top()->attached());
+    // Off, on, and the change: three highlight damages.
+    EXPECT_EQ(c.scene.damages.size(), 3u);
+
+    // The root is never deselected, nor a glyph outside the selection.
+    EXPECT_FALSE(c.scene.deselect(c.root));
+    EXPECT_FALSE(c.scene.deselect(c.last));
+    EXPECT_NE(c.scene.selection(), nullptr);
+
+    // The top level's own glyph takes the whole selection with it.
+    EXPECT_FALSE(c.scene.deselect(c.outer));
+    EXPECT_EQ(c.scene.selection(), nullptr);
+    EXPECT_EQ(c.scene.focus(), &c.scene);
+
+    // A glyph leaving the tree reaches the scene through its parents.
+    c.scene.select(c.second);
+    c.second->deselect();
+    EXPECT_EQ(c.scene.focus()->glyph(), c.inner);
+}
+
+TEST(Selection, MemoRebuildsTheChainAfterItWasChanged)
+{
+    Chain c;
+    c.scene.select(c.second);
+    std::unique_ptr<SelectionMemo> memo(c.scene.memo());
+    auto *scene_memo = dynamic_cast<GlyphSceneMemo *>(memo.get());
+    ASSERT_NE(scene_memo, nullptr);
+    EXPECT_EQ(scene_memo->scene(), &c.scene);
+
+    c.scene.do_select_out();
+    c.scene.do_select_out();
+    ASSERT_EQ(c.scene.focus(), c.top());
+    c.scene.detach();
+    EXPECT_EQ(scene_memo->revive(nullptr), &c.scene);
+    // The same chain again, in new objects, detached until the scene attaches it.
+    EXPECT_EQ(c.scene.focus()->glyph(), c.second);
+    EXPECT_EQ(c.middle()->glyph(), c.inner);
+    EXPECT_FALSE(c.scene.attached());
+    c.scene.attach();
+    EXPECT_TRUE(c.bottom()->attached());
+
+    // A memo of a scene without selection revives to none.
+    c.scene.deselect(c.outer);
+    std::unique_ptr<SelectionMemo> empty(c.scene.memo());
+    c.scene.select(c.second);
+    static_cast<GlyphSceneMemo *>(empty.get())->revive();
+    EXPECT_EQ(c.scene.selection(), nullptr);
+}
+
+TEST(Selection, AllocateFollowsTheChainToTheFocus)
+{
+    Chain c;
+    c.scene.select(c.second);
+    TaviTest::RecordingCanvas canvas;
+    GlyphContext context(&c.scene, nullptr, &canvas, c.root);
+    AllocationTree const a = c.scene.root_allocation(context);
+    // The outer strip: inner strip (20 wide) then a cell. Its top left at (0, 0), baseline at 5.
+    ASSERT_NE(a.boxtree(), nullptr);
+    EXPECT_EQ(a.point(), Point(0, 5));
+    std::unique_ptr<AllocationTree> own(c.root->allocate(0, context, a));
+    std::unique_ptr<AllocationTree> chosen(c.scene.selection()->allocate(context, *own));
+    ASSERT_NE(chosen, nullptr);
+    // The second cell of the inner strip: x 10 to 20.
+    EXPECT_EQ(chosen->point(), Point(10, 5));
+    EXPECT_EQ(chosen->width(), 10);
+
+    // select_at through the chain (PathSelection picks the deepest glyph): x 25 is the last cell.
+    EXPECT_TRUE(c.scene.select_at(nullptr, &canvas, Point(25, 3)));
+    EXPECT_EQ(c.scene.focus()->glyph(), c.last);
+}
+
+TEST(Selection, EditAcceleratorsRunTheirCommandsDownTheChain)
+{
+    struct Case
+    {
+        Input::Key key;
+        int modifiers;
+        bool deletable;
+        bool taken;
+        Journal expected;
+    };
+    Case const cases[] = {
+        {Input::key_c, 2, true, true, {"copy:0"}},
+        {Input::key_v, 2, true, true, {"paste:0"}},
+        {Input::key_x, 2, true, true, {"copy:0", "delete:0"}},
+        // Cut needs both copy and delete; without delete nothing happens, and the key is still taken.
+        {Input::key_x, 2, false, true, {}},
+        {Input::key_delete, 0, true, true, {"delete:0"}},
+        // Other combinations go to the selection as keys; it takes V only.
+        {Input::key_delete, 1, true, false, {"key:46/1"}},
+        {Input::key_c, 3, true, false, {"key:67/3"}},
+        {Input::key_v, 0, true, true, {"key:86/0"}},
+    };
+    for (Case const &k : cases) {
+        Chain c;
+        c.scene.select(c.outer);
+        c.top()->deletable = k.deletable;
+        c.top()->take_key = Input::key_v;
+        c.scene.journal.clear();
+        EXPECT_EQ(c.scene.key_down(k.key, k.modifiers), k.taken) << k.key << "/" << k.modifiers;
+        EXPECT_EQ(c.scene.journal, k.expected) << k.key << "/" << k.modifiers;
+    }
+    Chain c;
+    c.scene.select(c.outer);
+    EXPECT_TRUE(c.scene.can_copy());
+    EXPECT_TRUE(c.scene.can_paste());
+    EXPECT_TRUE(c.scene.can_cut());
+    c.top()->deletable = false;
+    EXPECT_FALSE(c.scene.can_delete());
+    EXPECT_FALSE(c.scene.can_cut());
+    EXPECT_FALSE(c.scene.do_cut());
+    // Without selection nothing can be done, and nothing breaks.
+    c.scene.deselect(c.outer);
+    EXPECT_FALSE(c.scene.can_copy());
+    EXPECT_FALSE(c.scene.do_delete());
+    EXPECT_FALSE(c.scene.key_down(Input::key_a, 0));
+    EXPECT_TRUE(c.scene.key_down(Input::key_c, 2));
+}
+
+TEST(Selection, GlyphSelectionReachesItsOwner)
+{
+    Chain c;
+    FakeSceneImp imp;
+    imp.modifiers = 3;
+    c.scene.implementation(&imp);
+    c.scene.select(c.second);
+    EXPECT_EQ(c.bottom()->modifier_state(), 3);
+    // A change from the innermost selection arrives at the scene.
+    c.bottom()->changed(EditChange::object());
+    EXPECT_TRUE(c.scene.modified());
+    c.bottom()->detach();
+    EXPECT_FALSE(c.bottom()->attached());
+    EXPECT_TRUE(c.middle()->attached());
+    // The selection's default allocation is that of its glyph.
+    EXPECT_EQ(c.bottom()->Selection::select_default(), false);
+    EXPECT_EQ(c.bottom()->Selection::count(), 0);
+}
+
+}  // namespace
