@@ -1,0 +1,436 @@
+// Tests of the stretchy, large and accent operators of the extension font: size selection at and past
+// each threshold, centring, pieces of fences and braces, stacked bars, repeated bars, display sizes and
+// slants.
+//
+// All cases use a font of size 36000 on the recording canvas: every glyph is 1500 wide with ascent 1200
+// and descent D = 300. The ex is set on the canvas so that the tolerance of half an ex is easy to see.
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <vector>
+
+#include "math/layout/stretchy_fixture.h"
+#include "tavi/geometry/allocationtree.h"
+#include "tavi/geometry/boxtree.h"
+#include "tavi/math/layout/layoutbigop.h"
+#include "tavi/math/layout/layoutbraceop.h"
+#include "tavi/math/layout/layoutdisplayop.h"
+#include "tavi/math/layout/layoutextcharop.h"
+#include "tavi/math/layout/layoutfenceop.h"
+#include "tavi/math/layout/layoutintegralop.h"
+#include "tavi/math/layout/layoutoverbarop.h"
+#include "tavi/math/layout/layoutradicalop.h"
+#include "tavi/math/layout/layoutstackop.h"
+
+using namespace Tavi;
+using StretchyTest::Context;
+using StretchyTest::glyph;
+using StretchyTest::texts;
+
+namespace {
+
+long const size = 36000;
+long const F = 0x7fffffff;
+
+template <class Op>
+Op *make(wchar const *text, LayoutOp::Form form = LayoutOp::prefix)
+{
+    Op *op = new Op(text, form, true, false, false, false, 0, 0);
+    op->ref();
+    return op;
+}
+
+struct Unref
+{
+    void operator()(Glyph *g) const { g->unref(); }
+};
+template <class T>
+using Held = std::unique_ptr<T, Unref>;
+
+std::unique_ptr<BoxTree> request(MathLayout &op, Context &c, long w, long a, long d)
+{
+    BoxTreeLeaf constraint(w, a, d);
+    return std::unique_ptr<BoxTree>(op.request(c.ctx, constraint));
+}
+
+struct SizeCase
+{
+    long a, d;            // wanted ascent and descent
+    long width, ascent, descent;
+    const char *why;
+};
+
+void expect_sizes(MathLayout &op, std::vector<SizeCase> const &cases)
+{
+    Context c(size);
+    c.canvas.ex = 20;  // tolerance ex / 2 = 10
+    for (SizeCase const &k : cases) {
+        auto box = request(op, c, F, k.a, k.d);
+        EXPECT_EQ(box->width(), k.width) << k.why;
+        EXPECT_EQ(box->ascent(), k.ascent) << k.why;
+        EXPECT_EQ(box->descent(), k.descent) << k.why;
+    }
+}
+
+// Every piece sets the colour and the extension font (in the symbol character set) just before it is
+// painted, whatever was selected for measuring in between.
+void expect_colour_and_font_before_each_piece(TaviTest::RecordingCanvas const &canvas)
+{
+    auto const &calls = canvas.calls();
+    for (std::size_t i = 0; i < calls.size(); ++i) {
+        if (calls[i].compare(0, 5, "text(") != 0)
+            continue;
+        ASSERT_GE(i, 2u);
+        EXPECT_EQ(calls[i - 2], "text_color(#000000)");
+        EXPECT_EQ(calls[i - 1], "font(KMT Math Ext,36000,0,0,cs=2,angle=0)");
+    }
+}
+
+}  // namespace
+
+// The normal glyph serves up to its ascent 1200 and a descent of 2/30 D = 20, each plus 10. The ready-made
+// sizes are h = 12, 18, 24, 30 thirtieths of D: 120, 180, 240, 300, each taken while the wanted total is
+// at most h + 10. A chosen glyph is centred: offset (h - a - d) / 2, ascent a + offset (not below 0),
+// descent h - ascent.
+TEST(StretchyTest, FenceSizeAtAndPastEachThreshold)
+{
+    Held<LayoutFenceOp> paren(make<LayoutFenceOp>(u"("));
+    expect_sizes(*paren, {
+        {F, 5, 1500, 1200, 20, "free ascent: normal glyph, descent 2*300/30"},
+        {1210, 30, 1500, 1200, 20, "normal at both tolerances 1200+10, 20+10"},
+        {99, 31, 1500, 94, 26, "total 130 = 120+10: size 1; offset (120-130)/2 = -5, 99-5 = 94, 120-94"},
+        {100, 31, 1500, 124, 56, "total 131: size 2; offset (180-131)/2 = 24, 100+24, 180-124"},
+        {159, 31, 1500, 154, 26, "total 190: size 2; offset -5"},
+        {160, 31, 1500, 184, 56, "total 191: size 3 (h 240); offset 24"},
+        {219, 31, 1500, 214, 26, "total 250: size 3"},
+        {220, 31, 1500, 244, 56, "total 251: size 4 (h 300); offset 24"},
+        {279, 31, 1500, 274, 26, "total 310: still size 4"},
+        // Pieces: full (18+6+18)*300/30 = 420, ends (18+18)*300/30 = 360.
+        {280, 31, 1500, 304, 56, "total 311 below ends: 280 + (360-311)/2 = 304, 360-304"},
+        {320, 60, 1500, 340, 80, "total 380 below full: 320 + (420-380)/2 = 340, 420-340"},
+        {400, 100, 1500, 400, 100, "total 500: pieces at the wanted size"},
+    });
+}
+
+// Without pieces the largest glyph is stretched no further: it stays 300 high, centred.
+TEST(StretchyTest, BigOpFallsBackToLargestGlyph)
+{
+    Held<LayoutBigOp> slash(make<LayoutBigOp>(u"/", LayoutOp::infix));
+    expect_sizes(*slash, {
+        {279, 31, 1500, 274, 26, "total 310: size 4"},
+        {280, 31, 1500, 275, 25, "total 311: size 4 again; offset (300-311)/2 = -5, 280-5, 300-275"},
+        {1000, 1000, 1500, 150, 150, "offset (300-2000)/2 = -850: 1000-850 = 150, 300-150"},
+    });
+}
+
+// A radical takes no tolerance: sizes end exactly at 120, 180, 240, 300, and the normal glyph at a
+// descent of 20.
+TEST(StretchyTest, RadicalSizesHaveNoTolerance)
+{
+    Held<LayoutRadicalOp> radical(new LayoutRadicalOp);
+    radical->ref();
+    expect_sizes(*radical, {
+        {1200, 20, 1500, 1200, 20, "normal glyph, no tolerance needed"},
+        {0, 21, 1500, 49, 71, "descent 21: size 1; offset (120-21)/2 = 49, 120-49"},
+        {0, 120, 1500, 0, 120, "total 120 exactly: size 1"},
+        {0, 121, 1500, 29, 151, "total 121: size 2; offset (180-121)/2 = 29"},
+        {0, 125, 1500, 27, 153, "within half an ex of size 1, still size 2: offset (180-125)/2 = 27"},
+        {100, 150, 1500, 125, 175, "total 250: size 4; offset (300-250)/2 = 25"},
+        {0, 300, 1500, 0, 300, "total 300: size 4"},
+        {0, 301, 1500, 0, 301, "pieces: full (6+6+18)*300/30 = 300, nothing to grow"},
+    });
+    // The same wanted total 125 is size 1 for a parenthesis, half an ex being tolerated there:
+    // offset (120-125)/2 = -2, ascent 0, descent 120.
+    Held<LayoutFenceOp> paren(make<LayoutFenceOp>(u"("));
+    expect_sizes(*paren, {{0, 125, 1500, 0, 120, "size 1 with tolerance"}});
+}
+
+// A chosen glyph hangs from y = point.y - box ascent - (h - box descent - box ascent) / 2. The box is
+// the one a row leaves: the leaf of request grown to at least the wanted size. Each glyph is painted
+// after setting the colour and the extension font in the symbol character set.
+TEST(StretchyTest, FenceDrawsTheChosenGlyphCentred)
+{
+    Context c(size);
+    c.canvas.ex = 20;
+    Held<LayoutFenceOp> paren(make<LayoutFenceOp>(u"("));
+    struct Case
+    {
+        long a, d;
+        std::string painted;
+    } const cases[] = {
+        // Normal glyph on the baseline.
+        {1200, 20, glyph(40, 1000, 2000)},
+        // Wanted (99, 31), leaf (94, 26), grown to (99, 31): total 130, size 1, code 161;
+        // y = 2000 - 99 - (120 - 31 - 99) / 2 = 2000 - 99 + 5 = 1906.
+        {99, 31, glyph(161, 1000, 1906)},
+        // Wanted (100, 31), leaf (124, 56): total 180, size 2, code 179; y = 2000 - 124 - 0 = 1876.
+        {124, 56, glyph(179, 1000, 1876)},
+    };
+    for (Case const &k : cases) {
+        c.canvas.clear();
+        BoxTreeLeaf box(1500, k.a, k.d);
+        paren->draw(c.ctx, AllocationTree(Point(1000, 2000), &box));
+        EXPECT_EQ(texts(c.canvas), std::vector<std::string>{k.painted});
+        expect_colour_and_font_before_each_piece(c.canvas);
+    }
+}
+
+// Pieces of "(": x shifts by 291 * 300 / 3000 = 29. For the box (400, 100) at (1000, 2000): top 48 at
+// y = 1600; middles 66 from 1600 + 18*300/30 = 1780 every 6*300/30 = 60 while y + 60 < bottomY =
+// 2000 + 100 - 180 = 1920, so at 1780 and 1840; the closing one at 1920 - 60 = 1860; bottom 64 at 1920.
+TEST(StretchyTest, FenceBuiltFromPieces)
+{
+    Context c(size);
+    c.canvas.ex = 20;
+    Held<LayoutFenceOp> paren(make<LayoutFenceOp>(u"("));
+    auto leaf = request(*paren, c, F, 400, 100);
+    EXPECT_EQ(leaf->leftBadness(), 0.0);
+    EXPECT_EQ(leaf->rightBadness(), 50000.0);  // a prefix operator keeps what follows
+    c.canvas.clear();
+    paren->draw(c.ctx, AllocationTree(Point(1000, 2000), leaf.get()));
+    EXPECT_EQ(texts(c.canvas), (std::vector<std::string>{glyph(48, 1029, 1600), glyph(66, 1029, 1780),
+                                                          glyph(66, 1029, 1840), glyph(66, 1029, 1860),
+                                                          glyph(64, 1029, 1920)}));
+    expect_colour_and_font_before_each_piece(c.canvas);
+
+    // "&LeftCeiling;": top 50, middle and bottom both 54, heights 18, 6, 6, no shift. Box (300, 100) at
+    // the origin: top at -300; middles from -300 + 180 = -120 every 60 below bottomY = 100 - 60 = 40:
+    // -120, -60 (0 + 60 is not below 40); closing at -20; bottom at 40.
+    Held<LayoutFenceOp> ceiling(make<LayoutFenceOp>(u"&LeftCeiling;"));
+    c.canvas.clear();
+    BoxTreeLeaf box(1500, 300, 100);
+    ceiling->draw(c.ctx, AllocationTree(Point(0, 0), &box));
+    EXPECT_EQ(texts(c.canvas), (std::vector<std::string>{glyph(50, 0, -300), glyph(54, 0, -120),
+                                                          glyph(54, 0, -60), glyph(54, 0, -20),
+                                                          glyph(54, 0, 40)}));
+}
+
+// A brace has a centre piece 18*300/30 = 180 high. Its shortest column is (9+18+9)*300/30 = 360: the
+// wanted (200, 150), total 350, grows to ascent 200 + (360-350)/2 = 205, descent 155.
+// Drawn in the box (400, 300) at the origin: x = 384*300/3000 = 38; top 56 at -400; centre at
+// (300+400)/2 - 400 = -50, its piece 60 at -50 - 90 = -140. Middles 62 every 3*300/30 = 30 from
+// -400 + 90 = -310 while y + 30 < -140: -310 ... -190, closing at -170. From -140 + 180 = 40 while
+// y + 30 < bottomY = 300 - 90 = 210: 40 ... 160, closing at 180. Bottom 58 at 210.
+TEST(StretchyTest, BraceBuiltFromPiecesWithCentre)
+{
+    Context c(size);
+    c.canvas.ex = 20;
+    Held<LayoutBraceOp> brace(make<LayoutBraceOp>(u"{"));
+    auto leaf = request(*brace, c, F, 200, 150);
+    EXPECT_EQ(leaf->box(), Box(1500, 205, 155));
+
+    c.canvas.clear();
+    BoxTreeLeaf box(1500, 400, 300);
+    brace->draw(c.ctx, AllocationTree(Point(0, 0), &box));
+    std::vector<std::string> want{glyph(56, 38, -400)};
+    for (long y : {-310, -280, -250, -220, -190, -170})
+        want.push_back(glyph(62, 38, y));
+    want.push_back(glyph(60, 38, -140));
+    for (long y : {40, 70, 100, 130, 160, 180})
+        want.push_back(glyph(62, 38, y));
+    want.push_back(glyph(58, 38, 210));
+    EXPECT_EQ(texts(c.canvas), want);
+
+    // The closing brace has its own ends and centre 61.
+    Held<LayoutBraceOp> closing(make<LayoutBraceOp>(u"}", LayoutOp::postfix));
+    EXPECT_EQ(closing->center_char(), 61);
+    EXPECT_EQ(closing->top_char(), 57);
+    EXPECT_EQ(closing->bottom_char(), 59);
+}
+
+// The degree of a root stands over the middle of a ready-made sign, or at 1620/3000 of D above the
+// baseline of a sign of pieces, one leading (1200 / 5 = 240) higher; x and r are a quarter of the
+// sign's width, 1500 / 4 = 375.
+TEST(StretchyTest, RadicalDegreePosition)
+{
+    Context c(size);
+    c.canvas.ex = 20;
+    Held<LayoutRadicalOp> radical(new LayoutRadicalOp);
+    radical->ref();
+    struct Case
+    {
+        long a, d, y;
+    } const cases[] = {
+        {1200, 20, -(1200 + 20) / 2 - 240},  // normal glyph: -610 - 240
+        {0, 121, -(180 + 0) / 2 - 240},      // size 2: its box is (0, 180)
+        {0, 400, 300 * -1620 / 3000 - 240},  // pieces: -162 - 240
+    };
+    for (Case const &k : cases) {
+        BoxTreeLeaf constraint(F, k.a, k.d);
+        Point pos(0, 0);
+        long r = 0;
+        radical->degree_pos(c.ctx, constraint, pos, r);
+        EXPECT_EQ(pos, Point(375, k.y)) << k.d;
+        EXPECT_EQ(r, 375);
+    }
+}
+
+// A bar from a free constraint is the normal glyph (124 for "|"), descent 2*300/30 = 20. Otherwise it
+// takes the wanted size but is at least one piece, 6*300/30 = 60, high.
+TEST(StretchyTest, StackedBar)
+{
+    Context c(size);
+    Held<LayoutStackOp> bar(make<LayoutStackOp>(u"|", LayoutOp::infix));
+    EXPECT_EQ(request(*bar, c, F, F, F)->box(), Box(1500, 1200, 20));
+    EXPECT_EQ(request(*bar, c, F, 100, 50)->box(), Box(1500, 100, 50));
+    // 10 + 20 below 60: both grow by (60 - 30) / 2 = 15.
+    EXPECT_EQ(request(*bar, c, F, 10, 20)->box(), Box(1500, 25, 35));
+
+    // Box (100, 50) at the origin: pieces of 175 from -100 every 60 while below 50 - 60 = -10: -100,
+    // -40; the last at -10.
+    c.canvas.clear();
+    BoxTreeLeaf box(1500, 100, 50);
+    bar->draw(c.ctx, AllocationTree(Point(0, 0), &box));
+    EXPECT_EQ(texts(c.canvas),
+              (std::vector<std::string>{glyph(175, 0, -100), glyph(175, 0, -40), glyph(175, 0, -10)}));
+    // Box (25, 35), exactly one piece high: only the last, at 35 - 60 = -25.
+    c.canvas.clear();
+    BoxTreeLeaf one(1500, 25, 35);
+    bar->draw(c.ctx, AllocationTree(Point(0, 0), &one));
+    EXPECT_EQ(texts(c.canvas), (std::vector<std::string>{glyph(175, 0, -25)}));
+    // Free: the normal glyph on the baseline.
+    c.canvas.clear();
+    BoxTreeLeaf free(1500, F, F);
+    bar->draw(c.ctx, AllocationTree(Point(7, 9), &free));
+    EXPECT_EQ(texts(c.canvas), (std::vector<std::string>{glyph(124, 7, 9)}));
+}
+
+// The bar glyph 197: u = 300*40/3000 = 4, ascent 12, descent 4; as wide as a wider constraint. Painted
+// every 1500 from the left while below the last position 100 + 4000 - 1500 = 2600, then at 2600.
+TEST(StretchyTest, OverBarRepeatsToWidth)
+{
+    Context c(size);
+    Held<LayoutOverBarOp> bar(new LayoutOverBarOp);
+    bar->ref();
+    EXPECT_TRUE(bar->accent());
+    EXPECT_EQ(bar->form(), LayoutOp::postfix);
+    EXPECT_EQ(request(*bar, c, 4000, F, F)->box(), Box(4000, 12, 4));
+    EXPECT_EQ(request(*bar, c, 1000, F, F)->box(), Box(1500, 12, 4));
+    EXPECT_EQ(request(*bar, c, F, F, F)->box(), Box(1500, 12, 4));
+
+    c.canvas.clear();
+    BoxTreeLeaf box(4000, 12, 4);
+    bar->draw(c.ctx, AllocationTree(Point(100, 50), &box));
+    EXPECT_EQ(texts(c.canvas),
+              (std::vector<std::string>{glyph(197, 100, 50), glyph(197, 1600, 50), glyph(197, 2600, 50)}));
+    // Narrower than the glyph: one glyph ending at the right edge, 100 + 1000 - 1500.
+    c.canvas.clear();
+    BoxTreeLeaf narrow(1000, 12, 4);
+    bar->draw(c.ctx, AllocationTree(Point(100, 50), &narrow));
+    EXPECT_EQ(texts(c.canvas), (std::vector<std::string>{glyph(197, -400, 50)}));
+
+    // An accent over the bar rises by 1200 * 100 / 800 = 150.
+    long a = -1, b = -1;
+    bar->accent_shift(c.ctx, Box(), a, b);
+    EXPECT_EQ(a, 0);
+    EXPECT_EQ(b, 150);
+}
+
+// "&Sum;" is 80 in text style, ascent 800*300/3000 = 80 and descent 200*300/3000 = 20, and 88 in
+// display style, 1000*300/3000 = 100 and 400*300/3000 = 40. It hangs from the box's top.
+// "&Integral;" is 650*300/3000 = 65 wide in text style with 856*300/3000 = 85 and 255*300/3000 = 25,
+// and 1000*300/3000 = 100 wide in display with 1411*300/3000 = 141 and 811*300/3000 = 81.
+TEST(StretchyTest, DisplayAndIntegralSizes)
+{
+    Held<LayoutDisplayOp> sum(make<LayoutDisplayOp>(u"&Sum;"));
+    Held<LayoutIntegralOp> integral(make<LayoutIntegralOp>(u"&Integral;"));
+    EXPECT_TRUE(sum->largeop());
+    struct Case
+    {
+        MathLayout *op;
+        bool display;
+        Box box;
+        unsigned code;
+    } const cases[] = {
+        {sum.get(), false, Box(1500, 80, 20), 80},
+        {sum.get(), true, Box(1500, 100, 40), 88},
+        {integral.get(), false, Box(65, 85, 25), 82},
+        {integral.get(), true, Box(100, 141, 81), 90},
+    };
+    for (Case const &k : cases) {
+        Context c(size, k.display);
+        auto box = request(*k.op, c, F, F, F);
+        EXPECT_EQ(box->box(), k.box) << k.code;
+        EXPECT_EQ(box->leftBadness(), 0.0);
+        EXPECT_EQ(box->rightBadness(), 0.0);
+        c.canvas.clear();
+        k.op->draw(c.ctx, AllocationTree(Point(10, 1000), box.get()));
+        EXPECT_EQ(texts(c.canvas), (std::vector<std::string>{glyph(k.code, 10, 1000 - k.box.ascent())}));
+    }
+}
+
+// Integral slants: a subscript moves left by 445*300/3000 = 44 (44.5 truncated) in display and
+// 250*300/3000 = 25 in text style; limits move by s = 300*300/3000 = 30, resp. 175*300/3000 = 17.
+// Other extension operators have no slant.
+TEST(StretchyTest, IntegralSlants)
+{
+    Held<LayoutIntegralOp> integral(make<LayoutIntegralOp>(u"&Integral;"));
+    Held<LayoutFenceOp> paren(make<LayoutFenceOp>(u"("));
+    struct Case
+    {
+        bool display;
+        long sub, under, over;
+    } const cases[] = {{true, -44, -30, 30}, {false, -25, -17, 17}};
+    for (Case const &k : cases) {
+        Context c(size, k.display);
+        long sub = 1, sup = 1, under = 1, over = 1;
+        integral->subsup_slant(c.ctx, Box(), sub, sup);
+        integral->underover_slant(c.ctx, Box(), under, over);
+        EXPECT_EQ(sub, k.sub);
+        EXPECT_EQ(sup, 0);
+        EXPECT_EQ(under, k.under);
+        EXPECT_EQ(over, k.over);
+        sub = sup = 1;
+        paren->subsup_slant(c.ctx, Box(), sub, sup);
+        EXPECT_EQ(sub, 0);
+        EXPECT_EQ(sup, 0);
+    }
+}
+
+// Spaces of 1 and 1 twentieth of the 36000-twip font: lrspace is 36000*2/20 = 3600 twips, which at 1440
+// dpi are 3600 units; lspace 1800. The glyph is painted after the left space.
+TEST(StretchyTest, SpacesWidenTheBoxAndShiftTheGlyph)
+{
+    Context c(size);
+    Held<LayoutExtCharOp> circle(new LayoutExtCharOp(u"&SmallCircle;", LayoutOp::infix, false, false, false,
+                                                     false, 1, 1));
+    circle->ref();
+    auto box = request(*circle, c, F, F, F);
+    // Glyph 214: 1500 wide, ascent 1200, descent 2*300/30 = 20.
+    EXPECT_EQ(box->box(), Box(1500 + 3600, 1200, 20));
+    c.canvas.clear();
+    circle->draw(c.ctx, AllocationTree(Point(100, 200), box.get()));
+    EXPECT_EQ(texts(c.canvas), (std::vector<std::string>{glyph(214, 1900, 200)}));
+
+    Held<LayoutFenceOp> paren(new LayoutFenceOp(u"(", LayoutOp::prefix, true, false, false, false, 1, 1));
+    paren->ref();
+    EXPECT_EQ(request(*paren, c, F, 400, 100)->width(), 1500 + 3600);
+}
+
+// Unknown texts leave every code 0; clones keep class and codes.
+TEST(StretchyTest, TablesByTextAndClones)
+{
+    Held<LayoutFenceOp> unknown(make<LayoutFenceOp>(u"&Nothing;"));
+    EXPECT_EQ(unknown->normal_char(), 0);
+    EXPECT_EQ(unknown->big_char(3), 0);
+    EXPECT_EQ(unknown->top_char(), 0);
+
+    Held<LayoutFenceOp> angle(make<LayoutFenceOp>(u"&RightAngleBracket;"));
+    EXPECT_EQ(angle->normal_char(), 210);
+    EXPECT_EQ(angle->big_char(0), 174);
+    EXPECT_EQ(angle->big_char(3), 43);
+    EXPECT_EQ(angle->top_char(), 0);  // no pieces: sizes only
+
+    Held<LayoutStackOp> verbar(make<LayoutStackOp>(u"&Verbar;"));
+    EXPECT_EQ(verbar->normal_char(), 172);
+    EXPECT_EQ(verbar->stack_char(), 176);
+
+    angle->lbadness(7.0);
+    Held<Glyph> copy(angle->clone(false));
+    copy->ref();
+    auto *fence = dynamic_cast<LayoutFenceOp *>(copy.get());
+    ASSERT_NE(fence, nullptr);
+    EXPECT_EQ(fence->big_char(3), 43);
+    EXPECT_EQ(fence->lbadness(), 7.0);
+    EXPECT_TRUE(fence->stretchy());
+}
