@@ -191,11 +191,14 @@ private:
 };
 
 // One line of text in one font: measured with the gauge, drawn by a TextGlyph in a Placement, whose
-// origin is the left end of the baseline.
+// origin is the left end of the baseline. A gauge whose metrics come in another unit than the
+// surface draws in is met by a scale (numerator / denominator, truncated) on every measured value.
 class Label : public Tavi::Glyph
 {
 public:
-    Label(Tavi::wchar const *text, Tavi::Font const &font) : text_(text), font_(font), body_(new Tavi::Placement)
+    Label(Tavi::wchar const *text, Tavi::Font const &font, long scale_numerator = 1, long scale_denominator = 1)
+        : text_(text), font_(font), body_(new Tavi::Placement), numerator_(scale_numerator),
+          denominator_(scale_denominator)
     {
         body_->ref();
         body_->append(new Tavi::TextGlyph(text));
@@ -205,7 +208,8 @@ public:
     {
         Tavi::Gauge *gauge = context.gauge();
         gauge->font(font_, Tavi::Gauge::cs_unicode, 0);
-        return new Tavi::BoxTreeLeaf(gauge->text_box(text_.c_str(), static_cast<long>(text_.size())));
+        Tavi::Box const box = gauge->text_box(text_.c_str(), static_cast<long>(text_.size()));
+        return new Tavi::BoxTreeLeaf(scaled(box.width()), scaled(box.ascent()), scaled(box.descent()));
     }
     void draw(Tavi::GlyphContext &context, Tavi::AllocationTree const &a) override
     {
@@ -214,9 +218,13 @@ public:
     }
 
 private:
+    long scaled(long v) const { return v * numerator_ / denominator_; }
+
     Kxt::wstring text_;
     Tavi::Font font_;
     Tavi::Placement *body_;
+    long numerator_;
+    long denominator_;
 };
 
 // A selection of one glyph of the tree, which can select inward to any child. Its name tells a
