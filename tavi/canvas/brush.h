@@ -10,7 +10,7 @@ class Brush
 public:
     // A value outside this list is read as solid by the Qt surfaces and as horizontal hatching by the
     // file writers.
-    enum FillStyle {
+    enum FillStyle : int {
         solid = 0,
         horizontal = 1,
         vertical = 2,

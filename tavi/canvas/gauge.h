@@ -15,7 +15,7 @@ class Gauge
 {
 public:
     // How the 16-bit units of a text run are read. The numbers cross into setup data.
-    enum CharSet {
+    enum CharSet : int {
         cs_ansi = 0,     // a Windows-1252 code in the low byte
         cs_unicode = 1,  // UTF-16
         cs_symbol = 2    // a symbol font's code in the low byte

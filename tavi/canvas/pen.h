@@ -9,7 +9,7 @@ namespace Tavi {
 class Pen
 {
 public:
-    enum LineStyle { solid = 0, dashed = 1, dotted = 2 };
+    enum LineStyle : int { solid = 0, dashed = 1, dotted = 2 };
 
     Pen(long width = 0, Color const &color = Color::black, LineStyle style = solid)
         : width_(width), color_(color), style_(style)

@@ -16,14 +16,14 @@
 using namespace Tavi;
 using TaviTest::RecordingCanvas;
 
-// Allocation counting for the point-array tests: while `counting` is set, every operator new is
-// counted. Everything else in the program allocates as usual through malloc.
+// Allocation counting for the point-array tests: while `counting` is set, every operator new and
+// new[] is counted. Everything else in the program allocates as usual through malloc. Both forms are
+// replaced, since a sanitizer runtime may serve new[] without going through operator new.
 namespace {
 std::atomic<bool> counting{false};
 std::atomic<long> allocations{0};
-}  // namespace
 
-void *operator new(std::size_t size)
+void *counted_allocation(std::size_t size)
 {
     if (counting.load(std::memory_order_relaxed))
         allocations.fetch_add(1, std::memory_order_relaxed);
@@ -31,9 +31,14 @@ void *operator new(std::size_t size)
         return p;
     throw std::bad_alloc();
 }
+}  // namespace
 
+void *operator new(std::size_t size) { return counted_allocation(size); }
+void *operator new[](std::size_t size) { return counted_allocation(size); }
 void operator delete(void *p) noexcept { std::free(p); }
 void operator delete(void *p, std::size_t) noexcept { std::free(p); }
+void operator delete[](void *p) noexcept { std::free(p); }
+void operator delete[](void *p, std::size_t) noexcept { std::free(p); }
 
 namespace {
 

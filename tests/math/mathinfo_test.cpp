@@ -57,7 +57,7 @@ TEST(MathInfo, DefaultsWithoutAStyle)
         {2, u"Symbol", Gauge::cs_symbol},          {3, u"KMT Math Ext", Gauge::cs_symbol},
         {4, u"KMT Math Open Face", Gauge::cs_ansi},
         // Outside 0 to 4: the class 1 font and Unicode.
-        {5, u"Times New Roman", Gauge::cs_unicode}, {-1, u"Times New Roman", Gauge::cs_unicode},
+        {5, u"Times New Roman", Gauge::cs_unicode}, {7, u"Times New Roman", Gauge::cs_unicode},
     };
     for (auto const &c : cases) {
         MathString::Font const cls = static_cast<MathString::Font>(c.cls);
