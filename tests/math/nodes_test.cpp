@@ -345,36 +345,6 @@ TEST(MathNumberNode, WholeOrDecimal)
     }
 }
 
-TEST(MathNodes, CategoriesOfEveryClass)
-{
-    Kinds k;
-    struct Case
-    {
-        MathNode *node;
-        long cat_type;
-        unsigned long cat_childs;
-    };
-    Own<MathNode> ident(k.ident(u"x"));
-    Own<MathNode> str(new MathStringNode(k.str.get()));
-    Own<MathNode> dummy(k.placeholder());
-    Own<MathNode> expr(new MathExprNode(k.times.get()));
-    Own<MathNode> plus(new MathPlusNode(k.plus.get()));
-    Own<MathNode> accent(new MathAccentNode(k.bar.get()));
-    Own<MathNode> join(new MathJoinSymbNode(k.join.get()));
-    Own<MathNode> sub(new MathSubscriptNode(k.sub.get()));
-    Own<MathNode> sup(new MathSuperscriptNode(k.sup.get()));
-    Own<MathNode> subsup(new MathSubSupscriptNode(k.subsup.get()));
-    Case const cases[] = {
-        {ident.get(), 20, 0}, {str.get(), 10, 0},    {dummy.get(), 20, 0}, {expr.get(), 36, 2},
-        {plus.get(), 36, 1},  {accent.get(), 20, 0}, {join.get(), 20, 0},  {sub.get(), 20, 0},
-        {sup.get(), 20, 0},   {subsup.get(), 20, 0},
-    };
-    for (Case const &c : cases) {
-        EXPECT_EQ(c.node->cat_type(), c.cat_type) << std::string(c.node->type_name(), c.node->type_name() + 3);
-        EXPECT_EQ(c.node->cat_childs(), c.cat_childs) << std::string(c.node->type_name(), c.node->type_name() + 3);
-    }
-}
-
 // Which nodes may take a place: an expression takes anything, a script and an accent only
 // identifier-like nodes, and a script as a script's script.
 TEST(MathNodes, MayReplaceByPlace)

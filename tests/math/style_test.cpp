@@ -3,50 +3,12 @@
 // (script-size arithmetic included) that MathInfo takes from a style.
 #include "tavi/math/mathinfo.h"
 #include "tavi/math/mathstyle.h"
-#include "tavi/math/textstyleattributes.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
 using namespace Tavi;
-
-TEST(Style, BaseAnswersNothingAndChangesNothing)
-{
-    Style style;
-    EXPECT_EQ(style.id(u"font"), -1);
-    EXPECT_EQ(std::u16string(style.attribute_name(1)), u"");
-
-    Font font(u"Courier", 300, true, false);
-    Color color(1, 2, 3);
-    long n = 77;
-    bool b = true;
-    Rect r(1, 2, 3, 4);
-    std::u16string s = u"kept";
-    EXPECT_FALSE(style.font(1, font));
-    EXPECT_FALSE(style.color(6, color));
-    EXPECT_FALSE(style.size(5, n));
-    EXPECT_FALSE(style.coord(1, n));
-    EXPECT_FALSE(style.rect(1, r));
-    EXPECT_FALSE(style.boolean(3, b));
-    EXPECT_FALSE(style.number(101, n));
-    EXPECT_FALSE(style.string(2, s));
-    EXPECT_EQ(font, Font(u"Courier", 300, true, false));
-    EXPECT_EQ(color, Color(1, 2, 3));
-    EXPECT_EQ(n, 77);
-    EXPECT_TRUE(b);
-    EXPECT_EQ(r, Rect(1, 2, 3, 4));
-    EXPECT_EQ(s, u"kept");
-
-    EXPECT_FALSE(style.set_font(1, font));
-    EXPECT_FALSE(style.set_color(6, color));
-    EXPECT_FALSE(style.set_size(5, 1));
-    EXPECT_FALSE(style.set_coord(1, 1));
-    EXPECT_FALSE(style.set_rect(1, r));
-    EXPECT_FALSE(style.set_number(101, 1));
-    EXPECT_FALSE(style.set_boolean(3, true));
-    EXPECT_FALSE(style.set_string(2, u"x"));
-}
 
 TEST(MathStyle, NamesAndNumbers)
 {
@@ -356,23 +318,6 @@ TEST(TextStyle, FontDescriptionsAreShared)
     EXPECT_EQ(style.text_font().size(), 100);
 }
 
-TEST(MathStyle, ConstructorTurnsOffBoldAndItalic)
-{
-    MathStyle style;
-    bool flag = true;
-    EXPECT_TRUE(style.boolean(3, flag));
-    EXPECT_FALSE(flag);
-    flag = true;
-    EXPECT_TRUE(style.boolean(4, flag));
-    EXPECT_FALSE(flag);
-    // Copies carry what was set.
-    style.set_boolean(4, true);
-    MathStyle copy(style);
-    flag = false;
-    EXPECT_TRUE(copy.boolean(4, flag));
-    EXPECT_TRUE(flag);
-}
-
 // The forms with a fallback: the fallback goes in when the getter doesn't answer, and the answer is
 // the getter's.
 TEST(Style, FallbackForms)
@@ -416,36 +361,6 @@ TEST(Style, FallbackForms)
     EXPECT_EQ(s, u"");
     EXPECT_TRUE(style.string(2, s, u"none"));
     EXPECT_EQ(s, u"Times New Roman");
-}
-
-// Through a pointer to the base, the virtual getters reach the derived tables.
-TEST(MathStyle, ReachedThroughTheBase)
-{
-    MathStyle math;
-    Style &style = math;
-    EXPECT_EQ(style.id(u"wrap-lines"), 108);
-    EXPECT_EQ(style.id(u"font-size"), 5);
-    long n = 0;
-    EXPECT_FALSE(style.number(104, n));
-    EXPECT_TRUE(style.size(5, n));
-    EXPECT_EQ(n, 240);
-}
-
-TEST(TextStyleAttributes, HoldsItsThreeValues)
-{
-    TextStyleAttributes a;
-    EXPECT_EQ(a.color(), Color::black);
-    EXPECT_EQ(a.char_set(), Gauge::cs_unicode);
-    TextStyleAttributes b(Font(u"Symbol", 200, false, false), Color(1, 2, 3), Gauge::cs_symbol);
-    EXPECT_EQ(b.font(), Font(u"Symbol", 200, false, false));
-    EXPECT_EQ(b.color(), Color(1, 2, 3));
-    EXPECT_EQ(b.char_set(), Gauge::cs_symbol);
-    b.char_set(Gauge::cs_ansi);
-    b.color(Color::white);
-    b.font(Font());
-    EXPECT_EQ(b.char_set(), Gauge::cs_ansi);
-    EXPECT_EQ(b.color(), Color::white);
-    EXPECT_EQ(b.font(), Font());
 }
 
 // ---- MathInfo reads its settings from the style ----
@@ -545,24 +460,6 @@ TEST(MathInfoFromStyle, TakesEveryAttributeFromTheStyle)
     // Level 1 at 50 percent: 300*50/100 = 150, above the minimum of 50.
     EXPECT_EQ(info.real_font_size(MathString::f_text), 150);
     EXPECT_EQ(info.real_font(MathString::f_symbol), Font(u"Symbol", 150, true, false));
-}
-
-TEST(MathInfoFromStyle, DefaultStyleGivesTheDefaults)
-{
-    MathStyle style;
-    MathInfo from_style(&style);
-    MathInfo without(nullptr);
-    for (int cls = 0; cls < 5; ++cls)
-        EXPECT_EQ(from_style.font(static_cast<MathString::Font>(cls)), without.font(static_cast<MathString::Font>(cls)))
-            << cls;
-    EXPECT_EQ(from_style.color(), without.color());
-    EXPECT_EQ(from_style.scriptlevel(), 0);
-    EXPECT_TRUE(from_style.displaystyle());
-    EXPECT_TRUE(from_style.slanted_identifiers());
-    EXPECT_TRUE(from_style.wrap_lines());
-    EXPECT_EQ(from_style.scriptminsize(), 160);
-    from_style.add_scriptlevel(1);
-    EXPECT_EQ(from_style.real_font_size(MathString::f_text), 170);
 }
 
 // A style class with attributes of its own names and numbers is read through its own names.
