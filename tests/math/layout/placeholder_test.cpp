@@ -129,6 +129,11 @@ TEST(Placeholder, ChildrenThatBindNoTighterGetParentheses)
         LayoutFixedPlaceholder *p = new LayoutFixedPlaceholder(nullptr, c.position, 0, LayoutPlaceholder::inherit);
         EXPECT_EQ(c.position > 0, p->parens() != nullptr);
         PlaceholderFixture x(p, {u"ab"}, c.child_priority);
+        // The template reaches the layouts inside the parentheses too.
+        if (p->parens() != nullptr) {
+            EXPECT_EQ(x.templ.get(), p->parens()->templ());
+            EXPECT_EQ(x.templ.get(), p->parens()->child(1)->templ());
+        }
         Box box;
         std::vector<Painted> painted = x.show(p, &box);
         if (c.parens) {

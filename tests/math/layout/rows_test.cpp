@@ -123,6 +123,35 @@ TEST(Rows, OperatorsStretchToTheOperands)
     }
 }
 
+TEST(Rows, TheStretchSizeComesFromTheOperandsAlone)
+{
+    struct Case
+    {
+        Box operand;
+        Box along, across;
+    };
+    Case const cases[] = {
+        // As wide as the constraint (300) along, free across; both as high as the operands.
+        {Box(30, 20, 9), Box(300, 20, 9), Box(free_size, 20, 9)},
+        // Nothing to enclose: all heights free.
+        {Box(30, 0, 0), Box(300, free_size, free_size), Box(free_size, free_size, free_size)},
+    };
+    for (Case const &c : cases) {
+        MathFixture f;
+        Held<LayoutRow> row(new LayoutRow);
+        row->append((new LayoutProbe("x"))->box(c.operand.width(), c.operand.ascent(), c.operand.descent()));
+        OpProbe *op = new OpProbe(true, Box(10, 50, 50));
+        row->append(op);
+        Box along, across;
+        BoxTreeLeaf const constraint(300, 400, 500);
+        row->request_stretch(f.context, constraint, along, across);
+        EXPECT_EQ(c.along, along);
+        EXPECT_EQ(c.across, across);
+        // Operators are not asked for the measure.
+        EXPECT_EQ(Box(-99, -99, -99), op->seen);
+    }
+}
+
 TEST(Rows, AFenceAloneKeepsItsNaturalSize)
 {
     MathFixture f;
