@@ -1,0 +1,21 @@
+// LayoutSup: a base with a superscript.
+#pragma once
+
+#include "tavi/math/layout/layoutindexed.h"
+
+namespace Tavi {
+
+class LayoutSup : public LayoutIndexed
+{
+public:
+    // Children: 0 the base, 1 the superscript.
+    LayoutSup() = default;
+
+    BoxTree *request(GlyphContext &context, BoxTree const &constraint) override;
+
+protected:
+    // Left from the superscript to the base, right from the base to the superscript.
+    bool get_my_neighbour_child(MathNodeContext &context, long index, Input::Key key, long &result) override;
+};
+
+}  // namespace Tavi
