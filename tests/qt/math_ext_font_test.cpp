@@ -133,7 +133,8 @@ TEST(MathExtFont, DescentIsThreeEms)
 
 // The depth of every glyph, measured at 1000 pixels to the em so that a pixel is a thousandth of
 // an em and D is 3000. Pieces hang from the baseline and fill their cells of height thirtieths of
-// D, the four sizes reach k/30 of D for k = 12, 18, 24, 30 (cmex10's sizes stop 0.04 em short),
+// D, stacked bars reach from one copy to the next, the four sizes reach k/30 of D for k = 12, 18,
+// 24, 30 (cmex10's sizes stop 0.04 em short),
 // display operators fill the box their ascent and descent give (in thousandths of D/3), and the
 // normal sizes stand on the baseline within the box of a normal character: 0.8 em up, 0.2 em down,
 // give or take cmex10's 0.05 em of overshoot.
@@ -165,6 +166,14 @@ TEST(MathExtFont, GlyphsHaveTheDepthsTheLayoutsExpect)
         QRectF const r = ink(raw, centre);
         EXPECT_LE(r.top(), 0.0) << centre;
         EXPECT_NEAR(r.bottom(), 1800, 20) << centre;
+    }
+
+    // A stacked bar repeats its glyph every 6/30 of D, 600: each copy must reach the next.
+    for (wchar const *text : stack_texts) {
+        Codes::StackCodes const *row = Codes::stack_codes(text);
+        QRectF const r = ink(raw, row->stack);
+        EXPECT_LE(r.top(), 0.0) << narrow(text);
+        EXPECT_GE(r.bottom(), 600.0) << narrow(text);
     }
 
     int const sizes[] = {12, 18, 24, 30};
