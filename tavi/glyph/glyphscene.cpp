@@ -94,7 +94,9 @@ Selection *GlyphScene::focus()
 
 SelectionMemo *GlyphScene::memo()
 {
-    return new GlyphSceneMemo(this, selection_ ? selection_->memo() : nullptr);
+    // Only an attached selection is in a state worth keeping: between detach and attach its chain
+    // may be half rebuilt.
+    return new GlyphSceneMemo(this, selection_ && selection_->attached() ? selection_->memo() : nullptr);
 }
 
 Selection *GlyphScene::owner()

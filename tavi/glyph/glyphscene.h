@@ -45,7 +45,8 @@ public:
     using Selection::select_at;
     wchar const *type_name() override;
     Selection *focus() override;
-    // A GlyphSceneMemo, holding the memo of the present selection; the caller owns it.
+    // A GlyphSceneMemo, holding the memo of the present selection if it is attached; the caller owns
+    // it.
     SelectionMemo *memo() override;
     // None: the scene is the outermost selection.
     Selection *owner() override;

@@ -225,12 +225,16 @@ TEST(Selection, MemoRebuildsTheChainAfterItWasChanged)
     c.scene.attach();
     EXPECT_TRUE(c.bottom()->attached());
 
-    // A memo of a scene without selection revives to none.
+    // A memo of a scene without selection, or with a detached one, revives to none.
     c.scene.deselect(c.outer);
     std::unique_ptr<SelectionMemo> empty(c.scene.memo());
     c.scene.select(c.second);
     static_cast<GlyphSceneMemo *>(empty.get())->revive();
     EXPECT_EQ(c.scene.selection(), nullptr);
+    c.scene.select(c.second);
+    c.scene.detach();
+    std::unique_ptr<SelectionMemo> detached(c.scene.memo());
+    EXPECT_EQ(static_cast<GlyphSceneMemo *>(detached.get())->selection_memo(), nullptr);
 }
 
 TEST(Selection, AllocateFollowsTheChainToTheFocus)
