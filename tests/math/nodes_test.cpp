@@ -182,7 +182,8 @@ TEST(MathPlusNode, SignsFollowTheOperandList)
 
     // A bad index changes neither the operands nor the signs.
     EXPECT_THROW(sum->remove(3), std::out_of_range);
-    EXPECT_THROW(sum->insert(5, k.placeholder()), std::out_of_range);
+    Own<MathDummyNode> spare(k.placeholder());
+    EXPECT_THROW(sum->insert(5, spare.get()), std::out_of_range);
     EXPECT_EQ(std::u16string(sum->signs()), u"-++");
     EXPECT_EQ(sum->count(), 3);
 
