@@ -155,8 +155,12 @@ BoxTree *LayoutAtom::request(GlyphContext &glyph_context, BoxTree const &constra
     long const fixed_ascent = std::max(font_ascent, slash.box.ascent());
     long const fixed_descent = std::max(font_descent, slash.box.descent());
     long const two_m = 2 * gauge->text_box(u"m", 1).width();
-    long room = std::max(lines->count() > 0 ? lines->child(0)->width() : 0L, two_m);
-    long const next_room = std::max(lines->count() > 1 ? lines->child(1)->width() : 0L, two_m);
+    auto room_in = [lines](long i) {
+        BoxTree const *c = lines->count() > i ? lines->child(i) : nullptr;
+        return c != nullptr ? c->width() : 0L;
+    };
+    long room = std::max(room_in(0), two_m);
+    long const next_room = std::max(room_in(1), two_m);
 
     long const seg_start = static_cast<long>(text.run_start(0));
     long const seg_end = static_cast<long>(text.run_end(0));
