@@ -197,8 +197,9 @@ TEST(IndicesTest, PickAndMoves)
     for (Move const &m : moves) {
         long r = -1;
         EXPECT_EQ((*l)->get_neighbour_child(c.ctx, m.from, m.key, r), m.moves) << m.from << " " << m.key;
-        if (m.moves)
+        if (m.moves) {
             EXPECT_EQ(r, m.to);
+        }
     }
 
     // A superscript that shows no node child: right from the base goes to the subscript.

@@ -248,8 +248,9 @@ TEST(UnderOverTest, PickAndMoves)
         for (Move const &m : moves) {
             long r = -1;
             EXPECT_EQ(uo->get_neighbour_child(c.ctx, m.from, m.key, r), m.moves) << m.from << " " << m.key;
-            if (m.moves)
+            if (m.moves) {
                 EXPECT_EQ(r, m.to);
+            }
         }
     }
 
