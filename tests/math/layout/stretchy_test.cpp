@@ -434,3 +434,28 @@ TEST(StretchyTest, TablesByTextAndClones)
     EXPECT_EQ(fence->lbadness(), 7.0);
     EXPECT_TRUE(fence->stretchy());
 }
+
+namespace {
+
+// A bracket whose middle pieces have no height, as a font could define one.
+class FlatMiddleBracket : public LayoutFenceOp
+{
+public:
+    FlatMiddleBracket() : LayoutFenceOp(u"[", LayoutOp::prefix, true, false, false, false, 0, 0) { midHeight = 0; }
+};
+
+}  // namespace
+
+// With a middle height of 0 no middle loop runs, but the closing piece is still painted, at bottomY - 0.
+// "[" has top 50, middle 54, bottom 52, heights 18 and 18, no shift. Box (300, 100) at the origin: top
+// at -300, bottomY = 100 - 180 = -80: the closing middle and the bottom both at -80.
+TEST(StretchyTest, FlatMiddleStillClosesTheColumn)
+{
+    Context c(size);
+    c.canvas.ex = 20;
+    Held<FlatMiddleBracket> bracket(new FlatMiddleBracket);
+    bracket->ref();
+    BoxTreeLeaf box(1500, 300, 100);
+    bracket->draw(c.ctx, AllocationTree(Point(0, 0), &box));
+    EXPECT_EQ(texts(c.canvas), (std::vector<std::string>{glyph(50, 0, -300), glyph(54, 0, -80), glyph(52, 0, -80)}));
+}
