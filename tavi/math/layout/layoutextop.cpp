@@ -41,6 +41,7 @@ void LayoutExtOp::draw_ext(wchar ch, MathNodeContext &context, Point const &p)
 
 void LayoutExtOp::copy_to(LayoutExtOp *other) const
 {
+    other->text(key_.c_str());
     other->key_ = key_;
     other->normalChar = normalChar;
 }

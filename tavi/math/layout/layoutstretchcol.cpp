@@ -31,6 +31,13 @@ LayoutOp *LayoutStretchCol::core_operator()
     return base != nullptr ? base->core_operator() : nullptr;
 }
 
+void LayoutStretchCol::templ(MathTemplate *owner)
+{
+    LayoutStretch::templ(owner);
+    if (limits_ != nullptr)
+        limits_->templ(owner);
+}
+
 void LayoutStretchCol::request_stretch(MathNodeContext &context, BoxTree const &constraint, Box &along,
                                        Box &across)
 {

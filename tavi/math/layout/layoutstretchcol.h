@@ -17,6 +17,9 @@ public:
 
     bool accent() const { return accent_; }
     LayoutOp *core_operator() override;
+    // The script layout of moved limits belongs to the same template.
+    void templ(MathTemplate *owner) override;
+    using MathLayout::templ;
 
     // along: the width w of the widest non-operator child with the constraint's ascent and descent;
     // across: w with free ascent and descent. A w of 0 (nothing but operators) is free as well.
