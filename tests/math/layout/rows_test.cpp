@@ -262,20 +262,23 @@ TEST(Rows, OperatorRowCostsKeepWhatTheOperatorSays)
 {
     struct Case
     {
+        wchar const *text;
         LayoutOp::Form form;
         bool atomic;
         double priority;
         double left, right;
     };
     Case const cases[] = {
+        // The invisible operators keep their forbidding costs on both sides.
+        {u"&InvisibleTimes;", LayoutOp::infix, false, 3.0, 50000.0, 50000.0},
         // A prefix operator forbids the break after it; the left cost comes from the priority.
-        {LayoutOp::prefix, false, 3.0, 3.0, 50000.0},
-        {LayoutOp::postfix, true, 4.0, 50000.0, 2004.0},
+        {u"-", LayoutOp::prefix, false, 3.0, 3.0, 50000.0},
+        {u"-", LayoutOp::postfix, true, 4.0, 50000.0, 2004.0},
         // No priority counts as 0.
-        {LayoutOp::infix, false, MathTemplate::no_parens_priority, 0.0, 2000.0},
+        {u"-", LayoutOp::infix, false, MathTemplate::no_parens_priority, 0.0, 2000.0},
     };
     for (Case const &c : cases) {
-        LayoutOperatorRow *row = operator_row(new LayoutOp(u"-", c.form, false, false, false, false, 0, 0), c.atomic);
+        LayoutOperatorRow *row = operator_row(new LayoutOp(c.text, c.form, false, false, false, false, 0, 0), c.atomic);
         OperatorRowFixture x(row, c.priority);
         std::unique_ptr<BoxTree> box(request_as(x.f.context, x.node.get(), row));
         EXPECT_EQ(c.atomic, dynamic_cast<BoxTreeAtomicNode *>(box.get()) != nullptr);
