@@ -1,7 +1,7 @@
 // Font: the handle that shares a FontSpec and follows its copy-on-write setters.
 #include "tavi/canvas/font.h"
 
-#include "tavi/canvas/fontspec.h"
+#include "tavi/canvas/fontimpl.h"
 
 namespace Tavi {
 

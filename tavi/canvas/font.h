@@ -1,5 +1,5 @@
-// Font: a small handle on a shared, reference-counted FontSpec. Copies share the spec; a setter that
-// changes a shared spec gets a new one (copy on write), so other holders keep what they had.
+// Font: a small handle on a shared, reference-counted FontSpec. Copies share one description; a setter that
+// changes a shared description gets a new one (copy on write), so other holders keep what they had.
 #pragma once
 
 #include "tavi/kxt/wchar.h"

@@ -1,5 +1,5 @@
 // FontSpec: hashing, comparison and the copy-on-write setters.
-#include "tavi/canvas/fontspec.h"
+#include "tavi/canvas/fontimpl.h"
 
 namespace Tavi {
 

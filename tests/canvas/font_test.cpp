@@ -1,6 +1,6 @@
 // FontSpec and Font: hashing, ordering, sharing and copy on write.
 #include "tavi/canvas/font.h"
-#include "tavi/canvas/fontspec.h"
+#include "tavi/canvas/fontimpl.h"
 
 #include <gtest/gtest.h>
 
