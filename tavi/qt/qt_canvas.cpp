@@ -507,6 +507,29 @@ QPen Qt_Canvas::qpen(Pen const &pen)
                 Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
 }
 
+Qt_Canvas::PenInForce::PenInForce(Qt_Canvas &canvas, Pen const &pen)
+    : canvas_(canvas), painter_pen_(canvas.painter_->pen()), pen_(canvas.pen_)
+{
+    canvas_.painter_->setPen(qpen(pen));
+    canvas_.pen_ = pen;
+}
+
+Qt_Canvas::PenInForce::~PenInForce()
+{
+    canvas_.pen_ = pen_;
+    canvas_.painter_->setPen(painter_pen_);
+}
+
+Qt_Canvas::NoBrushInForce::NoBrushInForce(QPainter *painter) : painter_(painter), brush_(painter->brush())
+{
+    painter_->setBrush(Qt::NoBrush);
+}
+
+Qt_Canvas::NoBrushInForce::~NoBrushInForce()
+{
+    painter_->setBrush(brush_);
+}
+
 Pen Qt_Canvas::pen() const { return pen_; }
 
 void Qt_Canvas::pen(Pen const &pen, bool restart)
@@ -699,26 +722,16 @@ void Qt_Canvas::line(Point from, Point to, Pen const &pen, bool restart)
 {
     if (restart)
         reset_dash_phase();
-    QPen const saved_qpen = painter_->pen();
-    painter_->setPen(qpen(pen));
-    Pen const saved = pen_;
-    pen_ = pen;
+    PenInForce const in_force(*this, pen);
     line(from, to);
-    pen_ = saved;
-    painter_->setPen(saved_qpen);
 }
 
 void Qt_Canvas::line_f(PointF from, PointF to, Pen const &pen, bool restart)
 {
     if (restart)
         reset_dash_phase();
-    QPen const saved_qpen = painter_->pen();
-    painter_->setPen(qpen(pen));
-    Pen const saved = pen_;
-    pen_ = pen;
+    PenInForce const in_force(*this, pen);
     line_f(from, to);
-    pen_ = saved;
-    painter_->setPen(saved_qpen);
 }
 
 // A patterned path is a chain of lines that dash as one; a solid one is one polyline, drawn without
@@ -736,10 +749,8 @@ void Qt_Canvas::poly_line(Point const *points, std::size_t count, bool closed)
         return;
     }
     QPolygon const polygon = qpolygon(points, count, draw_offset_, closed);
-    QBrush const saved = painter_->brush();
-    painter_->setBrush(Qt::NoBrush);
+    NoBrushInForce const no_brush(painter_);
     painter_->drawPolyline(polygon);
-    painter_->setBrush(saved);
 }
 
 void Qt_Canvas::poly_line_f(PointF const *points, std::size_t count, bool closed)
@@ -755,32 +766,20 @@ void Qt_Canvas::poly_line_f(PointF const *points, std::size_t count, bool closed
         return;
     }
     QPolygonF const polygon = qpolygonf(points, count, draw_offset_f_, closed);
-    QBrush const saved = painter_->brush();
-    painter_->setBrush(Qt::NoBrush);
+    NoBrushInForce const no_brush(painter_);
     painter_->drawPolyline(polygon);
-    painter_->setBrush(saved);
 }
 
 void Qt_Canvas::poly_line(Point const *points, std::size_t count, Pen const &pen, bool closed)
 {
-    QPen const saved_qpen = painter_->pen();
-    painter_->setPen(qpen(pen));
-    Pen const saved = pen_;
-    pen_ = pen;
+    PenInForce const in_force(*this, pen);
     poly_line(points, count, closed);
-    pen_ = saved;
-    painter_->setPen(saved_qpen);
 }
 
 void Qt_Canvas::poly_line_f(PointF const *points, std::size_t count, Pen const &pen, bool closed)
 {
-    QPen const saved_qpen = painter_->pen();
-    painter_->setPen(qpen(pen));
-    Pen const saved = pen_;
-    pen_ = pen;
+    PenInForce const in_force(*this, pen);
     poly_line_f(points, count, closed);
-    pen_ = saved;
-    painter_->setPen(saved_qpen);
 }
 
 // ---------------------------------------------------------------------------------------------------
@@ -798,10 +797,8 @@ void Qt_Canvas::frame_rect(Rect const &r)
         return;
     }
     QRect const q = qrect(r, draw_offset_);
-    QBrush const saved = painter_->brush();
-    painter_->setBrush(Qt::NoBrush);
+    NoBrushInForce const no_brush(painter_);
     painter_->drawRects(&q, 1);
-    painter_->setBrush(saved);
 }
 
 void Qt_Canvas::frame_rect_f(RectF const &r)
@@ -815,32 +812,20 @@ void Qt_Canvas::frame_rect_f(RectF const &r)
         return;
     }
     QRectF const q = qrectf(r, draw_offset_f_);
-    QBrush const saved = painter_->brush();
-    painter_->setBrush(Qt::NoBrush);
+    NoBrushInForce const no_brush(painter_);
     painter_->drawRects(&q, 1);
-    painter_->setBrush(saved);
 }
 
 void Qt_Canvas::frame_rect(Rect const &r, Pen const &pen)
 {
-    QPen const saved_qpen = painter_->pen();
-    painter_->setPen(qpen(pen));
-    Pen const saved = pen_;
-    pen_ = pen;
+    PenInForce const in_force(*this, pen);
     frame_rect(r);
-    pen_ = saved;
-    painter_->setPen(saved_qpen);
 }
 
 void Qt_Canvas::frame_rect_f(RectF const &r, Pen const &pen)
 {
-    QPen const saved_qpen = painter_->pen();
-    painter_->setPen(qpen(pen));
-    Pen const saved = pen_;
-    pen_ = pen;
+    PenInForce const in_force(*this, pen);
     frame_rect_f(r);
-    pen_ = saved;
-    painter_->setPen(saved_qpen);
 }
 
 // A new canvas never hands its starting brush (solid black) to the painter, so a black brush is always
@@ -877,41 +862,27 @@ void Qt_Canvas::fill_rect_f(RectF const &r, Brush const &brush)
 void Qt_Canvas::frame_ellipse(Rect const &r)
 {
     reset_dash_phase();
-    QBrush const saved = painter_->brush();
-    painter_->setBrush(Qt::NoBrush);
+    NoBrushInForce const no_brush(painter_);
     painter_->drawEllipse(qrect(r, draw_offset_));
-    painter_->setBrush(saved);
 }
 
 void Qt_Canvas::frame_ellipse_f(RectF const &r)
 {
     reset_dash_phase();
-    QBrush const saved = painter_->brush();
-    painter_->setBrush(Qt::NoBrush);
+    NoBrushInForce const no_brush(painter_);
     painter_->drawEllipse(qrectf(r, draw_offset_f_));
-    painter_->setBrush(saved);
 }
 
 void Qt_Canvas::frame_ellipse(Rect const &r, Pen const &pen)
 {
-    QPen const saved_qpen = painter_->pen();
-    painter_->setPen(qpen(pen));
-    Pen const saved = pen_;
-    pen_ = pen;
+    PenInForce const in_force(*this, pen);
     frame_ellipse(r);
-    pen_ = saved;
-    painter_->setPen(saved_qpen);
 }
 
 void Qt_Canvas::frame_ellipse_f(RectF const &r, Pen const &pen)
 {
-    QPen const saved_qpen = painter_->pen();
-    painter_->setPen(qpen(pen));
-    Pen const saved = pen_;
-    pen_ = pen;
+    PenInForce const in_force(*this, pen);
     frame_ellipse_f(r);
-    pen_ = saved;
-    painter_->setPen(saved_qpen);
 }
 
 void Qt_Canvas::fill_ellipse(Rect const &r)

@@ -181,6 +181,35 @@ private:
     // The pen the painter gets for a Pen: always solid, since dashes are cut here.
     static QPen qpen(Pen const &pen);
 
+    // The shapes that take a pen of their own draw with it in place of the current one, on the canvas
+    // and on the painter alike, and give both back when the scope ends.
+    class PenInForce
+    {
+    public:
+        PenInForce(Qt_Canvas &canvas, Pen const &pen);
+        ~PenInForce();
+        PenInForce(PenInForce const &) = delete;
+        PenInForce &operator=(PenInForce const &) = delete;
+
+    private:
+        Qt_Canvas &canvas_;
+        QPen painter_pen_;
+        Pen pen_;
+    };
+    // Outlines are drawn with no brush, so that the painter never fills them; the brush comes back after.
+    class NoBrushInForce
+    {
+    public:
+        explicit NoBrushInForce(QPainter *painter);
+        ~NoBrushInForce();
+        NoBrushInForce(NoBrushInForce const &) = delete;
+        NoBrushInForce &operator=(NoBrushInForce const &) = delete;
+
+    private:
+        QPainter *painter_;
+        QBrush brush_;
+    };
+
     QPainter *painter_;
     QPen text_pen_;
     Rect damage_;
