@@ -10,6 +10,7 @@
 #include "tavi/math/mathnode.h"
 #include "tavi/math/mathnodecontext.h"
 #include "tavi/math/mathstring.h"
+#include "tavi/math/mathtablenode.h"
 
 namespace Tavi {
 
@@ -59,12 +60,12 @@ MathTemplate::~MathTemplate()
 
 MathNode *MathTemplate::create_node(wchar const *) { return nullptr; }
 
-// A table layout shows a grid of cells and wants a table node, which has no class here yet: such a
-// template makes no node.
+// A table layout shows a grid of cells and wants a table node; its shape comes later, from the content
+// or from the layout.
 MathNode *MathTemplate::create_node()
 {
     if (table_layout_)
-        return nullptr;
+        return new MathTableNode(this, 0, 0);
     return new MathExprNode(this);
 }
 
