@@ -1,0 +1,389 @@
+// Tests of the formula root: the cache of one measured tree per width and its invalidation, the room
+// for the caret and the text line the root adds, replacing the top node, the read-only rules, cloning,
+// the path to the insertion point's operand, and the formula's attributes.
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "math/layout/layout_probe.h"
+#include "support/math_fixture.h"
+#include "tavi/glyph/glyphscene.h"
+#include "tavi/glyph/hint.h"
+#include "tavi/math/layout/layoutidentnode.h"
+#include "tavi/math/mathdummynode.h"
+#include "tavi/math/mathnode.h"
+#include "tavi/math/mathrootnode.h"
+#include "tavi/math/mathstyle.h"
+
+namespace {
+
+using namespace Tavi;
+using namespace TaviTest;
+using LayoutTest::Journal;
+using LayoutTest::LayoutProbe;
+
+// A scene that shows one root in the style it owns: the default style, text at 240 twips, so on the
+// recording canvas "m" is 10 wide and the text line 8 up and 2 down.
+class FormulaScene : public GlyphScene, public MathStyleSource
+{
+public:
+    Glyph *glyph() override { return root; }
+    MathStyle *math_style() override { return &style; }
+    bool read_only() const override { return locked; }
+    Glyph *root = nullptr;
+    MathStyle style;
+    bool locked = false;
+};
+
+// A glyph above the root that belongs to a scene and has a read-only answer of its own.
+class Holder : public Glyph
+{
+public:
+    GlyphScene *scene() override { return scene_; }
+    bool read_only() const override { return locked; }
+    GlyphScene *scene_ = nullptr;
+    bool locked = false;
+};
+
+// A formula of one node whose layout is a probe with a fixed box.
+struct ProbeFormula
+{
+    explicit ProbeFormula(long width, long ascent, long descent)
+        : probe((new LayoutProbe("p", &journal))->box(width, ascent, descent)),
+          templ(layout_template(probe)),
+          root(new MathRootNode(expr_node(templ.get(), {})))
+    {
+    }
+    Journal journal;
+    LayoutProbe *probe;
+    Held<MathTemplate> templ;
+    Held<MathRootNode> root;
+};
+
+std::size_t count_of(Journal const &journal, std::string const &prefix)
+{
+    std::size_t n = 0;
+    for (std::string const &s : journal)
+        n += s.compare(0, prefix.size(), prefix) == 0 ? 1 : 0;
+    return n;
+}
+
+TEST(MathRootNode, OneTreePerWidthWithRoomForTheCaretAndATextLine)
+{
+    struct Case
+    {
+        Box formula;
+        Box expected;
+    };
+    // The box is at least the text line (8, 2) high; the width is the formula's own.
+    Case const cases[] = {
+        {Box(30, 3, 1), Box(30, 8, 2)},
+        {Box(30, 20, 9), Box(30, 20, 9)},
+        {Box(5, 1, 6), Box(5, 8, 6)},
+    };
+    for (Case const &c : cases) {
+        RecordingCanvas canvas;
+        FormulaScene scene;
+        ProbeFormula x(c.formula.width(), c.formula.ascent(), c.formula.descent());
+        GlyphContext context(&scene, nullptr, &canvas, x.root.get());
+
+        BoxTreeLeaf const at500(500, 100, 50);
+        BoxTree *first = x.root->request(context, at500);
+        ASSERT_NE(nullptr, first);
+        EXPECT_EQ(c.expected, first->box());
+        EXPECT_TRUE(x.root->cacheValid());
+        // The formula is set in 500 less the width of "m".
+        EXPECT_EQ((Journal{"request:p/490"}), x.journal);
+
+        // The same width: the same tree, nothing measured.
+        EXPECT_EQ(first, x.root->request(context, at500));
+        // No width of its own: the last one holds.
+        EXPECT_EQ(first, x.root->request(context, BoxTreeLeaf(-1, 0, 0)));
+        EXPECT_EQ(1u, count_of(x.journal, "request:"));
+
+        // Another width measures again.
+        BoxTree *second = x.root->request(context, BoxTreeLeaf(300, 0, 0));
+        ASSERT_NE(nullptr, second);
+        EXPECT_EQ("request:p/290", x.journal.back());
+        EXPECT_EQ(2u, count_of(x.journal, "request:"));
+    }
+}
+
+TEST(MathRootNode, NoWidthBeforeAnyWidthMeasuresNothing)
+{
+    RecordingCanvas canvas;
+    FormulaScene scene;
+    ProbeFormula x(30, 3, 1);
+    GlyphContext context(&scene, nullptr, &canvas, x.root.get());
+    EXPECT_EQ(nullptr, x.root->request(context, BoxTreeLeaf(-1, 0, 0)));
+    EXPECT_FALSE(x.root->cacheValid());
+    EXPECT_TRUE(x.journal.empty());
+    EXPECT_FALSE(x.root->is_allocated());
+}
+
+// The scene's drawing measures once; a repaint at the same width measures nothing, and an edit makes
+// the next repaint measure again. The probe formula's layout measures nothing itself, so a layout pass
+// makes four measures: the root's text line ascent and descent and its box of "m", and the template's
+// box of "m" for its choice of layout.
+TEST(MathRootNode, TheSceneRepaintsFromTheCacheUntilAnEdit)
+{
+    RecordingCanvas canvas;
+    FormulaScene scene;
+    ProbeFormula x(30, 3, 1);
+    scene.root = x.root.get();
+
+    scene.draw(nullptr, &canvas, false);
+    EXPECT_EQ(4u, canvas.measure_count());
+    EXPECT_EQ(2u, canvas.measure_count("text_box"));
+    // The top of the formula at 0: the baseline at the text line's ascent, 8.
+    EXPECT_EQ("draw:p@0,8", x.journal.back());
+
+    canvas.clear();
+    scene.draw(nullptr, &canvas, false);
+    EXPECT_EQ(0u, canvas.measure_count());
+    EXPECT_EQ(1u, count_of(x.journal, "request:"));
+    EXPECT_EQ(2u, count_of(x.journal, "draw:"));
+
+    scene.changed(EditChange::object());
+    EXPECT_FALSE(x.root->cacheValid());
+    canvas.clear();
+    scene.draw(nullptr, &canvas, false);
+    EXPECT_EQ(4u, canvas.measure_count());
+    EXPECT_EQ(2u, count_of(x.journal, "request:"));
+
+    // Drawing with invalidation always measures.
+    canvas.clear();
+    scene.draw(nullptr, &canvas, true);
+    EXPECT_EQ(4u, canvas.measure_count());
+    // A selection move damages only the highlight.
+    scene.changed(SelectionChange::object());
+    EXPECT_TRUE(x.root->cacheValid());
+}
+
+// A real formula: the identifier is painted on the text baseline, and a repaint asks nothing of the
+// gauge for the layout (the box of "m" and the font line are measured only with the layout).
+TEST(MathRootNode, AnIdentifierIsPaintedOnTheTextBaseline)
+{
+    RecordingCanvas canvas;
+    FormulaScene scene;
+    Held<MathTemplate> idents(layout_template(new LayoutIdentNode));
+    Held<MathRootNode> root(new MathRootNode(ident_node(idents.get(), u"x")));
+    scene.root = root.get();
+    scene.draw(nullptr, &canvas, false);
+    ASSERT_EQ(1u, painted_texts(canvas).size());
+    EXPECT_EQ("x", painted_texts(canvas)[0].text);
+    EXPECT_EQ(8, painted_texts(canvas)[0].y);
+    std::size_t const first = canvas.measure_count();
+    canvas.clear();
+    scene.draw(nullptr, &canvas, false);
+    EXPECT_LT(canvas.measure_count(), first);
+    EXPECT_EQ(0u, canvas.measure_count("text_box"));
+    EXPECT_EQ(0u, canvas.measure_count("font_ascent"));
+}
+
+TEST(MathRootNode, DrawGivesTheTopNodeItsOwnBox)
+{
+    RecordingCanvas canvas;
+    FormulaScene scene;
+    ProbeFormula x(30, 3, 1);
+    GlyphContext context(&scene, nullptr, &canvas, x.root.get());
+    BoxTree *box = x.root->request(context, BoxTree::unconstrained);
+    ASSERT_NE(nullptr, box);
+    x.journal.clear();
+    x.root->draw(context, AllocationTree(Point(7, 9), box));
+    EXPECT_EQ((Journal{"draw:p@7,9"}), x.journal);
+    // No tree, nothing drawn.
+    x.journal.clear();
+    x.root->draw(context, AllocationTree(Point(7, 9), nullptr));
+    EXPECT_TRUE(x.journal.empty());
+}
+
+TEST(MathRootNode, ReplaceEmptiesTheCacheAndAdoptsTheNode)
+{
+    RecordingCanvas canvas;
+    FormulaScene scene;
+    ProbeFormula x(30, 3, 1);
+    GlyphContext context(&scene, nullptr, &canvas, x.root.get());
+    Held<MathNode> old(x.root->child());
+    EXPECT_EQ(x.root.get(), old->parent());
+    ASSERT_NE(nullptr, x.root->request(context, BoxTree::unconstrained));
+
+    MathNode *fresh = expr_node(x.templ.get(), {});
+    x.root->replace(0, fresh);
+    EXPECT_FALSE(x.root->cacheValid());
+    EXPECT_EQ(fresh, x.root->child());
+    EXPECT_EQ(fresh, x.root->component(5));
+    EXPECT_EQ(1, x.root->count());
+    EXPECT_EQ(x.root.get(), fresh->parent());
+    EXPECT_EQ(nullptr, old->parent());
+
+    // The other list operations leave the one child alone; a glyph that is no node is refused.
+    Held<Holder> stranger(new Holder);
+    x.root->append(stranger.get());
+    x.root->insert(0, stranger.get());
+    x.root->remove(0);
+    x.root->replace(0, stranger.get());
+    EXPECT_EQ(fresh, x.root->child());
+    EXPECT_EQ(nullptr, stranger->parent());
+
+    // invalidate_allocation empties the cache and reaches the node's template.
+    ASSERT_NE(nullptr, x.root->request(context, BoxTree::unconstrained));
+    x.journal.clear();
+    x.root->invalidate_allocation();
+    EXPECT_FALSE(x.root->cacheValid());
+    EXPECT_EQ(1u, count_of(x.journal, "invalidate:p"));
+}
+
+TEST(MathRootNode, ReadOnlyRules)
+{
+    struct Case
+    {
+        bool scene_locked;
+        bool own_set;
+        bool own;
+        bool parent_locked;
+        bool expected;
+    };
+    Case const cases[] = {
+        // A read-only scene wins over the root's own false.
+        {true, true, false, false, true},
+        {true, false, false, false, true},
+        // The root's own setting, either way, over the parent's.
+        {false, true, true, false, true},
+        {false, true, false, true, false},
+        // Inherited: the parent's answer.
+        {false, false, false, true, true},
+        {false, false, true, false, false},
+    };
+    for (Case const &c : cases) {
+        FormulaScene scene;
+        scene.locked = c.scene_locked;
+        Holder holder;
+        holder.scene_ = &scene;
+        holder.locked = c.parent_locked;
+        ProbeFormula x(1, 1, 1);
+        x.root->parent(&holder);
+        if (c.own_set)
+            x.root->read_only(c.own);
+        EXPECT_EQ(c.expected, x.root->read_only())
+            << c.scene_locked << c.own_set << c.own << c.parent_locked;
+        EXPECT_EQ(!c.own_set, x.root->inherit_read_only());
+        // The nodes below ask the root.
+        EXPECT_EQ(c.expected, x.root->child()->read_only());
+        x.root->parent(nullptr);
+    }
+
+    // Without parent or scene: false until set.
+    ProbeFormula x(1, 1, 1);
+    EXPECT_FALSE(x.root->read_only());
+    x.root->read_only(true);
+    EXPECT_TRUE(x.root->read_only());
+    // Inheriting again keeps the stored bit but no longer uses it.
+    x.root->inherit_read_only(true);
+    EXPECT_FALSE(x.root->read_only());
+    x.root->inherit_read_only(false);
+    EXPECT_TRUE(x.root->read_only());
+}
+
+TEST(MathRootNode, CloneKeepsTheTextsButNotTheReadOnlySetting)
+{
+    ProbeFormula x(1, 1, 1);
+    x.root->read_only(true);
+    x.root->style(u"font-size:12pt");
+    x.root->kxType(u"eq");
+    x.root->alt_text(u"alt");
+    x.root->expr_text(u"a+b");
+    x.root->tex_text(u"");
+    EXPECT_EQ(nullptr, x.root->tex_text());
+
+    for (bool deep : {false, true}) {
+        Held<MathRootNode> copy(static_cast<MathRootNode *>(x.root->clone(deep)));
+        ASSERT_NE(nullptr, copy.get());
+        EXPECT_TRUE(copy->inherit_read_only());
+        EXPECT_FALSE(copy->read_only());
+        EXPECT_EQ(wstring(u"font-size:12pt"), copy->style());
+        EXPECT_NE(x.root->style(), copy->style());
+        EXPECT_EQ(wstring(u"eq"), copy->kxType());
+        EXPECT_EQ(wstring(u"alt"), copy->alt_text());
+        EXPECT_EQ(wstring(u"a+b"), copy->expr_text());
+        EXPECT_EQ(nullptr, copy->tex_text());
+        EXPECT_EQ(deep, copy->child() != x.root->child());
+        EXPECT_TRUE(copy->is_equal(x.root->child()));
+        EXPECT_FALSE(copy->cacheValid());
+    }
+    // A shallow copy shares the node, which stays the original's child.
+    Held<MathRootNode> shallow(static_cast<MathRootNode *>(x.root->clone(false)));
+    EXPECT_EQ(x.root->child(), shallow->child());
+}
+
+TEST(MathRootNode, PathToTheInsertionOperand)
+{
+    Held<MathTemplate> idents(layout_template(new LayoutIdentNode));
+    Held<MathTemplate> exprs(layout_template(new LayoutProbe("e")));
+    MathNode *b = ident_node(idents.get(), u"b");
+    MathNode *inner = expr_node(exprs.get(), {b, ident_node(idents.get(), u"c")});
+    Held<MathRootNode> root(new MathRootNode(expr_node(exprs.get(), {ident_node(idents.get(), u"a"), inner})));
+
+    struct Case
+    {
+        std::vector<long> path;
+        MathNode *flagged;
+        std::vector<long> read_back;
+    };
+    Case const cases[] = {
+        {{0, 1, 0}, b, {0, 1, 0}},
+        {{0, 1}, inner, {0, 1}},
+        {{0}, root->child(), {0}},
+        // A step out of the tree stops at the node reached.
+        {{0, 1, 7}, inner, {0, 1}},
+        {{0, 2, 0}, root->child(), {0}},
+        {{0, -1}, root->child(), {0}},
+    };
+    for (Case const &c : cases) {
+        root->set_ip_operand(c.path);
+        EXPECT_TRUE(c.flagged->ip_operand());
+        EXPECT_TRUE(root->has_ip_operand());
+        std::vector<long> path{99};
+        EXPECT_TRUE(root->get_ip_operand_path(path));
+        EXPECT_EQ(c.read_back, path);
+    }
+    // An empty path clears every flag.
+    root->set_ip_operand({0, 1, 0});
+    root->set_ip_operand({});
+    EXPECT_FALSE(b->ip_operand());
+    EXPECT_FALSE(root->has_ip_operand());
+    std::vector<long> path{4, 5};
+    EXPECT_FALSE(root->get_ip_operand_path(path));
+    EXPECT_TRUE(path.empty());
+    // The node questions go to the top node.
+    EXPECT_TRUE(root->has_node(b));
+    EXPECT_TRUE(root->is_equal(root->child()));
+    EXPECT_FALSE(root->is_equal(b));
+}
+
+TEST(MathRootNode, EmptyOnlyOverAPlaceholder)
+{
+    Held<MathTemplate> dummies(layout_template(new LayoutProbe("d")));
+    Held<MathRootNode> placeholder(new MathRootNode(new MathDummyNode(dummies.get())));
+    EXPECT_TRUE(placeholder->empty());
+    Held<MathRootNode> formula(new MathRootNode(expr_node(dummies.get(), {new MathDummyNode(dummies.get())})));
+    EXPECT_FALSE(formula->empty());
+}
+
+TEST(MathRootNode, TextSettersCopyAndEmptyMeansNone)
+{
+    ProbeFormula x(1, 1, 1);
+    wchar text[] = u"abc";
+    x.root->alt_text(text);
+    text[0] = u'z';
+    EXPECT_EQ(wstring(u"abc"), x.root->alt_text());
+    x.root->alt_text(u"");
+    EXPECT_EQ(nullptr, x.root->alt_text());
+    x.root->kxType(u"k");
+    x.root->kxType(nullptr);
+    EXPECT_EQ(nullptr, x.root->kxType());
+}
+
+}  // namespace
