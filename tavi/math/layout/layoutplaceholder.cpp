@@ -7,6 +7,7 @@
 #include "tavi/math/mathnode.h"
 #include "tavi/math/mathnodecontext.h"
 #include "tavi/math/templates/mathtemplate.h"
+#include "tavi/math/templates/templatetable.h"
 
 namespace Tavi {
 
@@ -21,10 +22,12 @@ LayoutPlaceholder::~LayoutPlaceholder()
         parens_->unref();
 }
 
-// The operator dictionary lives in the template table; until it can be asked here, the parentheses
-// are plain fence operators without space, which is what the dictionary holds for them.
-LayoutOp *LayoutPlaceholder::paren_op(TemplateTable *, wchar const *text, LayoutOp::Form form)
+// The parentheses are the table's own fence operators, stretched to the child. A placeholder made
+// without a table (in isolation) gets plain fence operators without space.
+LayoutOp *LayoutPlaceholder::paren_op(TemplateTable *table, wchar const *text, LayoutOp::Form form)
 {
+    if (table)
+        return table->get_layout_op(text, form, 0, 0);
     return new LayoutOp(text, form, true, false, false, false, 0, 0);
 }
 

@@ -2,6 +2,7 @@
 #include "tavi/math/templates/dummytemplate.h"
 
 #include "tavi/math/layout/layoutdummy.h"
+#include "tavi/math/layout/layouttoken.h"
 #include "tavi/math/mathdummynode.h"
 
 namespace Tavi {
@@ -10,7 +11,8 @@ DummyTemplate::DummyTemplate(TemplateTable *table, bool can_enter, wchar const *
                              TemplateAccelerator const &accelerator)
     : AtomTemplate(table, u"dummy", can_enter, keyword, accelerator)
 {
-    MathString::decode(u"&placeholder;", text_);
+    // A name the character table does not know stays as its text, as any template text does.
+    text_ = LayoutToken::decode_text(u"&placeholder;");
     layout(new LayoutDummy);
 }
 

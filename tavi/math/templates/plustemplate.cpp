@@ -66,7 +66,7 @@ BoxTree *PlusTemplate::request_operator(long index, MathNodeContext &context, Bo
 {
     LayoutOp *op = sign_operator(index, context);
     // A leading plus takes no room.
-    BoxTree *box = op != nullptr ? op->request(context, constraint) : new BoxTreeLeaf;
+    BoxTree *box = op != nullptr ? op->request(context, constraint) : new BoxTreeLeaf(0, 0, 0);
     if (box) {
         box->leftBadness(sign_lbadness);
         box->rightBadness(sign_rbadness);
