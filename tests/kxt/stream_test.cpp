@@ -114,20 +114,6 @@ TEST(HeapStream, GrowsAcrossManyBlocks)
     }
 }
 
-TEST(HeapStream, DataReadsAsTerminatedWideText)
-{
-    // "12" with one byte of its terminator: (2 + 1) * 2 - 1 = 5 bytes; the heap stream's own
-    // zeros complete the terminator.
-    KTheapStream stream(512, 512);
-    std::u16string const text = u"12";
-    std::size_t count = 0;
-    ASSERT_EQ(stream.write(text.c_str(), (text.size() + 1) * 2 - 1, count), KTstream::Ok);
-    EXPECT_EQ(stream.length(), 5u);
-    stream.rewind();
-    auto const *units = reinterpret_cast<Kxt::wchar const *>(stream.data());
-    EXPECT_EQ(std::u16string(units), text);
-}
-
 TEST(StdStream, WritesThroughWithoutFlush)
 {
     KTheapStream target(4, 4);
