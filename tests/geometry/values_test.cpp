@@ -50,8 +50,6 @@ TEST(Box, HeightAndExtent)
     Box const b(10, 7, 3);
     EXPECT_EQ(b.height(), 10);
     EXPECT_EQ(b.extent(), Extent(10, 10));
-    EXPECT_EQ(Box::zero, Box(0, 0, 0));
-    EXPECT_EQ(Box::unconstrained, Box(0x7fffffff, 0x7fffffff, 0x7fffffff));
 }
 
 namespace {
@@ -106,10 +104,7 @@ TEST(Box, MergeGrowsAndTellsWhereBothBoxesStand)
 TEST(Rect, TwoPointConstructorNormalisesFourNumberOneDoesNot)
 {
     Rect const r(Point(10, 20), Point(5, 40));
-    EXPECT_EQ(r.top(), 20);
-    EXPECT_EQ(r.left(), 5);
-    EXPECT_EQ(r.bottom(), 40);
-    EXPECT_EQ(r.right(), 10);
+    EXPECT_EQ(r, Rect(20, 5, 40, 10));
     EXPECT_EQ(r.width(), 5);
     EXPECT_EQ(r.height(), 20);
     EXPECT_EQ(r.top_left(), Point(5, 20));
@@ -214,12 +209,7 @@ TEST(AllocationTree, ReadsTheBoxAtEachCall)
     EXPECT_EQ(a.top(), 41);
     EXPECT_EQ(a.box(), Box(20, 9, 2));
 
-    AllocationTree const empty;
-    EXPECT_EQ(empty.point(), Point(0, 0));
-    EXPECT_EQ(empty.boxtree(), nullptr);
-    EXPECT_NE(a, empty);
-    AllocationTree copy = a;
-    EXPECT_EQ(copy, a);
+    EXPECT_NE(a, AllocationTree());
 }
 
 TEST(Extension, TranslatesAndMerges)
