@@ -29,18 +29,13 @@ TEST(Color, AlphaPlaysNoPartInComparison)
         EXPECT_EQ(c.a < c.b, c.less) << int(c.a.red()) << "," << int(c.a.green()) << "," << int(c.a.blue());
 }
 
-TEST(Color, DefaultsConstantsAndSetters)
+TEST(Color, GrayLeavesAlphaAlone)
 {
     Color c;
-    EXPECT_EQ(c.alpha(), 255);
-    EXPECT_EQ(c, Color::black);
-    EXPECT_EQ(Color::white, Color(255, 255, 255, 255));
     c.rgb(10, 20, 30, 40);
-    EXPECT_EQ(c, Color(10, 20, 30));
-    EXPECT_EQ(c.alpha(), 40);
     c.gray(128);
     EXPECT_EQ(c, Color(128, 128, 128));
-    EXPECT_EQ(c.alpha(), 40);  // gray leaves alpha alone
+    EXPECT_EQ(c.alpha(), 40);
 }
 
 TEST(Pen, ComparesWidthThenColourThenStyle)
@@ -53,22 +48,12 @@ TEST(Pen, ComparesWidthThenColourThenStyle)
     EXPECT_FALSE(base < Pen(2, Color(9, 99, 99), Pen::solid));
     EXPECT_TRUE(Pen(2, Color(10, 10, 10), Pen::solid) < base);   // then style: solid 0 < dashed 1
     EXPECT_FALSE(base < base);
-    EXPECT_EQ(Pen(), Pen(0, Color::black, Pen::solid));
-    EXPECT_EQ(int(Pen::solid), 0);
-    EXPECT_EQ(int(Pen::dashed), 1);
-    EXPECT_EQ(int(Pen::dotted), 2);
 }
 
 TEST(Brush, ComparesFillStyleThenColour)
 {
-    EXPECT_EQ(Brush(Color(1, 2, 3)).fill_style(), Brush::solid);
     EXPECT_EQ(Brush(Color(1, 2, 3)), Brush(Brush::solid, Color(1, 2, 3)));
     EXPECT_NE(Brush(Brush::cross, Color(1, 2, 3)), Brush(Brush::solid, Color(1, 2, 3)));
     EXPECT_TRUE(Brush(Brush::solid, Color::white) < Brush(Brush::horizontal, Color::black));
     EXPECT_TRUE(Brush(Brush::cross, Color::black) < Brush(Brush::cross, Color::white));
-    EXPECT_EQ(Brush(), Brush(Brush::solid, Color::black));
-    int const numbers[] = {Brush::solid, Brush::horizontal, Brush::vertical, Brush::diagonal,
-                           Brush::back_diagonal, Brush::cross, Brush::diagonal_cross};
-    for (int i = 0; i < 7; ++i)
-        EXPECT_EQ(numbers[i], i);
 }

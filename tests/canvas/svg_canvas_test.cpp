@@ -5,11 +5,11 @@
 
 #include "support/external_tools.h"
 #include "support/recording_canvas.h"
+#include "writer_fixtures.h"
 
 #include <expat.h>
 #include <gmock/gmock.h>
 
-#include <cctype>
 #include <climits>
 #include <cstdio>
 #include <map>
@@ -36,51 +36,8 @@ public:
     RecordingCanvas measure;
 };
 
-// A canvas whose header has been written; `take` answers what was written since the last take.
-struct Drawing
-{
-    explicit Drawing(Extension const &extension) : canvas(out, extension)
-    {
-        canvas.put_header("Tavi tests");
-        taken = out.str().size();
-    }
-    std::string take()
-    {
-        std::string const all = out.str();
-        std::string const part = all.substr(taken);
-        taken = all.size();
-        return part;
-    }
-
-    std::ostringstream out;
-    TestSVGCanvas canvas;
-    std::size_t taken = 0;
-};
-
-// The asctime text of the creation date varies: it is checked for its form, "Www Mmm dd hh:mm:ss yyyy",
-// and replaced by DATE. A text of another form stays, and fails the comparison.
-std::string with_fixed_date(std::string text)
-{
-    std::string const key = "CreationDate: ";
-    // A an upper-case letter, a a lower-case one, 9 a digit, # a digit or a blank.
-    std::string const form = "Aaa Aaa #9 99:99:99 9999";
-    std::size_t const at = text.find(key);
-    if (at == std::string::npos || text.size() < at + key.size() + form.size())
-        return text;
-    std::size_t const start = at + key.size();
-    for (std::size_t i = 0; i < form.size(); ++i) {
-        unsigned char const ch = static_cast<unsigned char>(text[start + i]);
-        bool const fits = form[i] == 'A'   ? std::isupper(ch) != 0
-                          : form[i] == 'a' ? std::islower(ch) != 0
-                          : form[i] == '9' ? std::isdigit(ch) != 0
-                          : form[i] == '#' ? (std::isdigit(ch) != 0 || ch == ' ')
-                                           : ch == static_cast<unsigned char>(form[i]);
-        if (!fits)
-            return text;
-    }
-    text.replace(start, form.size(), "DATE");
-    return text;
-}
+using Drawing = CanvasTest::Drawing<TestSVGCanvas>;
+using CanvasTest::with_fixed_date;
 
 // The definitions: six hatch patterns, each a 110-unit tile with one 8-unit path, then the group
 // that scales twentieths of a point to points.
@@ -135,32 +92,24 @@ TEST(SvgCanvas, HeaderSizesAndCreator)
 {
     // 200 by 100 twips is 10 by 5 points: 10.0 prints as 10, and the view box ends in 10 5.
     // A null or empty creator leaves the Creator out of the comment.
+    std::string const first_lines =
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+        "<svg version=\"1.1\" baseProfile=\"tiny\" xmlns=\"http://www.w3.org/2000/svg\" width=\"10pt\" "
+        "height=\"5pt\" viewBox=\"0 0 10 5\" stroke-linecap=\"round\" stroke-linejoin=\"miter\">\n";
     struct Case
     {
         char const *creator;
-        char const *first_lines;
+        char const *comment;
     } const cases[] = {
-        {nullptr,
-         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-         "<svg version=\"1.1\" baseProfile=\"tiny\" xmlns=\"http://www.w3.org/2000/svg\" width=\"10pt\" "
-         "height=\"5pt\" viewBox=\"0 0 10 5\" stroke-linecap=\"round\" stroke-linejoin=\"miter\">\n"
-         "<!-- CreationDate: DATE -->\n"},
-        {"",
-         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-         "<svg version=\"1.1\" baseProfile=\"tiny\" xmlns=\"http://www.w3.org/2000/svg\" width=\"10pt\" "
-         "height=\"5pt\" viewBox=\"0 0 10 5\" stroke-linecap=\"round\" stroke-linejoin=\"miter\">\n"
-         "<!-- CreationDate: DATE -->\n"},
-        {"Maker 2",
-         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-         "<svg version=\"1.1\" baseProfile=\"tiny\" xmlns=\"http://www.w3.org/2000/svg\" width=\"10pt\" "
-         "height=\"5pt\" viewBox=\"0 0 10 5\" stroke-linecap=\"round\" stroke-linejoin=\"miter\">\n"
-         "<!-- Creator: Maker 2 CreationDate: DATE -->\n"},
+        {nullptr, "<!-- CreationDate: DATE -->\n"},
+        {"", "<!-- CreationDate: DATE -->\n"},
+        {"Maker 2", "<!-- Creator: Maker 2 CreationDate: DATE -->\n"},
     };
     for (Case const &c : cases) {
         std::ostringstream out;
         TestSVGCanvas canvas(out, Extension(0, 0, 100, 200));
         canvas.put_header(c.creator);
-        EXPECT_EQ(with_fixed_date(out.str()), std::string(c.first_lines) + definitions)
+        EXPECT_EQ(with_fixed_date(out.str()), first_lines + c.comment + definitions)
             << (c.creator ? c.creator : "null");
     }
 }
@@ -428,18 +377,14 @@ TEST(SvgCanvas, ConstantAnswersAndForwarding)
 {
     Drawing d(Extension(0, 0, 100, 100));
     SVG_Canvas &c = d.canvas;
-    EXPECT_TRUE(c.dpi() == Extent(1440, 1440));
-    EXPECT_TRUE(c.twips_to_pixel(Extent(37, -5)) == Extent(37, -5));
-    EXPECT_TRUE(c.printing());
-    EXPECT_FALSE(c.short_coordinates());
+    // Twips in and out, no antialiasing, and everything counts as damaged.
+    EXPECT_TRUE(c.dpi() == Extent(1440, 1440) && c.twips_to_pixel(Extent(37, -5)) == Extent(37, -5));
+    EXPECT_TRUE(c.printing() && !c.short_coordinates());
     c.antialias(true);
     c.antialias_text(true);
-    EXPECT_FALSE(c.antialias());
-    EXPECT_FALSE(c.antialias_text());
-    EXPECT_TRUE(c.damaged(Rect(-5, -5, -1, -1)));
-    EXPECT_TRUE(c.damaged(Extension(0, 0, 0, 0)));
-    EXPECT_TRUE(c.really_damaged(Rect(1, 1, 1, 1)));
-    EXPECT_TRUE(c.really_damaged(Extension(9, 9, 9, 9)));
+    EXPECT_FALSE(c.antialias() || c.antialias_text());
+    EXPECT_TRUE(c.damaged(Rect(-5, -5, -1, -1)) && c.damaged(Extension(0, 0, 0, 0)));
+    EXPECT_TRUE(c.really_damaged(Rect(1, 1, 1, 1)) && c.really_damaged(Extension(9, 9, 9, 9)));
     EXPECT_TRUE(c.any_real_damage());
     EXPECT_EQ(c.char_set(), Gauge::cs_unicode);
 
@@ -500,48 +445,16 @@ XmlCheck parse_xml(std::string const &text)
     return check;
 }
 
-// A drawing of 100 by 100 points (2000 twips). At 72 dpi one pixel is one point, 20 twips. The
-// square of pixels from (70, 70) to the corner stays empty; the clip keeps the fill of a rectangle
-// to its top right part.
 std::string full_drawing()
 {
     std::ostringstream out;
     TestSVGCanvas c(out, Extension(0, 0, 2000, 2000));
     c.put_header("Tavi tests");
-    c.fill_rect(Rect(100, 100, 700, 700), Brush(Color(0, 0, 255)));  // pixels 5 to 35
-    for (int style = 1; style <= 6; ++style) {
-        long const left = 100 + (style - 1) * 250;
-        c.fill_rect(Rect(800, left, 1100, left + 200), Brush(static_cast<Brush::FillStyle>(style), Color::black));
-    }
-    c.pen(Pen(40, Color::black, Pen::solid), true);  // 2 pixels wide
-    c.line({100, 1200}, {1900, 1200});
-    c.pen(Pen(10, Color(200, 0, 0), Pen::dashed), true);
-    c.line({100, 1250}, {1000, 1250});
-    c.line({1000, 1250}, {1900, 1300});
-    c.pen(Pen(20, Color(0, 150, 0), Pen::dotted), true);
-    c.line({100, 1330}, {1900, 1330});
-    Point const path[] = {{100, 1450}, {300, 1450}, {300, 1650}, {100, 1650}};
-    c.poly_line(path, 4, false);
-    c.poly_line(path, 4, Pen(0, Color::black, Pen::solid), true);
-    c.frame_rect(Rect(1450, 350, 1650, 550), Pen(30, Color(0, 0, 0, 128), Pen::solid));
-    c.frame_ellipse(Rect(1450, 600, 1650, 800));
-    c.frame_ellipse(Rect(1450, 850, 1650, 1250), Pen(10, Color::black, Pen::dashed));
-    c.fill_ellipse(Rect(1700, 100, 1900, 300));
-    c.fill_ellipse(Rect(1700, 350, 1900, 650), Brush(Brush::cross, Color::black));
-    Point const triangle[] = {{700, 1700}, {1000, 1700}, {850, 1900}};
-    c.fill_polygon(triangle, 3, true);
-    c.fill_polygon(triangle, 3, Brush(Brush::diagonal, Color(0, 0, 0, 100)), false);
+    CanvasTest::draw_shapes(c);
     c.font(Font(u"DejaVu Sans", 160, true, false), Gauge::cs_unicode, 0);
     c.text(u"A<&", 3, Point(750, 400));
     c.font(Font(u"DejaVu Sans", 160, false, true), Gauge::cs_unicode, 90);
     c.text(u"x", 1, Point(1300, 700));
-    c.translation(Point(0, 0));
-    c.clip_rect(Rect(100, 1500, 300, 1900));
-    c.fill_rect(Rect(0, 1400, 700, 2000), Brush(Color(0, 0, 0)));
-    c.no_clip_rect();
-    c.translation(Point(40, 40));
-    c.fill_rect(Rect(0, 0, 20, 20));
-    c.translation(Point(0, 0));
     c.put_footer();
     return out.str();
 }
@@ -577,26 +490,7 @@ TEST(SvgCanvas, AFullDrawingRendersWithRsvg)
         TaviTest::run_tool(rsvg, {"--dpi-x", "72", "--dpi-y", "72", "-o", png_path, svg_path});
     ASSERT_TRUE(run.started) << run.errors;
     ASSERT_EQ(run.exit_code, 0) << run.errors;
-    QImage const image = TaviTest::read_png(png_path);
-    ASSERT_FALSE(image.isNull());
-    // 100 by 100 points at 72 dpi.
-    EXPECT_EQ(image.width(), 100);
-    EXPECT_EQ(image.height(), 100);
-    // Inside the blue rectangle (pixels 5 to 35), away from its edges: all ink.
-    EXPECT_EQ(TaviTest::count_ink(image, 8, 8, 32, 32), 24 * 24);
-    QRgb const blue = image.pixel(20, 20);
-    EXPECT_LT(qRed(blue), 30);
-    EXPECT_GT(qBlue(blue), 220);
-    // Nothing is drawn in the empty corner.
-    EXPECT_EQ(TaviTest::count_ink(image, 71, 71, 100, 100), 0);
-    // The clip keeps the black fill (pixels 70 to 100 across, 0 to 35 down) to pixels 75 to 95
-    // across and 5 to 15 down.
-    EXPECT_EQ(TaviTest::count_ink(image, 77, 7, 93, 13), 16 * 6);
-    EXPECT_EQ(TaviTest::count_ink(image, 71, 17, 100, 35), 0);
-    // The solid line at y 60 (1200 twips), rows 59 and 60 from x 5 to 95.
-    EXPECT_GT(TaviTest::count_ink(image, 10, 59, 90, 61), 150);
-    // The filled circle, pixels 5 to 15 across, 85 to 95 down.
-    EXPECT_GT(TaviTest::count_ink(image, 8, 88, 12, 92), 12);
+    CanvasTest::expect_shapes_ink(TaviTest::read_png(png_path));
 }
 
 }  // namespace
