@@ -23,34 +23,8 @@ using GlyphTest::Journal;
 using GlyphTest::Probe;
 
 // Each container with a counter of modified calls.
-class CountedPoly : public PolyGlyph<Glyph>
-{
-public:
-    int modified_calls = 0;
-
-protected:
-    void modified() override { ++modified_calls; }
-};
-
-class CountedRow : public Row
-{
-public:
-    int modified_calls = 0;
-
-protected:
-    void modified() override { ++modified_calls; }
-};
-
-class CountedAlloc : public AllocGlyph<Glyph>
-{
-public:
-    int modified_calls = 0;
-
-protected:
-    void modified() override { ++modified_calls; }
-};
-
-class CountedPlacement : public Placement
+template <class Base>
+class Counted : public Base
 {
 public:
     int modified_calls = 0;
@@ -59,9 +33,14 @@ protected:
     void modified() override
     {
         ++modified_calls;
-        Placement::modified();
+        Base::modified();
     }
 };
+
+using CountedPoly = Counted<PolyGlyph<Glyph>>;
+using CountedRow = Counted<Row>;
+using CountedAlloc = Counted<AllocGlyph<Glyph>>;
+using CountedPlacement = Counted<Placement>;
 
 template <class C>
 class ContainerTest : public ::testing::Test

@@ -58,22 +58,6 @@ TEST(GlyphIterator, PostOrderWalks)
     }
 }
 
-TEST(GlyphIterator, TwoLeavesThenRootThenFalse)
-{
-    int deaths = 0;
-    TreeBuilder builder("R(a,b)", &deaths);
-    Glyph *root = builder.build();
-    GlyphIterator it(root);
-    EXPECT_EQ(it.glyph(), root->component(0));
-    EXPECT_TRUE(it.next());
-    EXPECT_EQ(it.glyph(), root->component(1));
-    EXPECT_TRUE(it.next());
-    EXPECT_EQ(it.glyph(), root);
-    EXPECT_FALSE(it.next());
-    EXPECT_TRUE(it.at_end());
-    root->unref();
-}
-
 TEST(GlyphIterator, NullRootAndRestart)
 {
     GlyphIterator empty;

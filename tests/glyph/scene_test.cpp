@@ -117,21 +117,6 @@ TEST(Scene, RenderSceneImpHasOneViewForAnyIndexOnceSet)
     EXPECT_EQ(watched.damaged_all, 0);
 }
 
-TEST(Scene, RenderViewImpIsAWindowlessUnitSquare)
-{
-    RenderViewImp imp;
-    Scene scene;
-    imp.scene(&scene);
-    EXPECT_EQ(imp.scene(), &scene);
-    EXPECT_EQ(imp.viewport(), Extension(0, 0, 1, 1));
-    RenderViewImp other;
-    EXPECT_EQ(&imp.viewport(), &other.viewport());
-    EXPECT_FALSE(imp.active());
-    EXPECT_FALSE(imp.focus());
-    EXPECT_EQ(imp.start_timer(100), 0);
-    EXPECT_FALSE(imp.silent_scroll_to(Point(3, 3)));
-}
-
 TEST(Message, HookGetsTextCaptionAndTypeWithErrorAsDefaultCaption)
 {
     std::vector<std::string> seen;
