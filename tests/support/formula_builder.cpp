@@ -87,9 +87,9 @@ double const none = MathTemplate::no_parens_priority;
 
 // One row a kind of node: name, how many children, the template's priority, its layout.
 std::vector<FormulaKind> const kinds = {
-    {"plus", 2, 2, 3, [] { return row({ph(0, 3), op(u"+", LayoutOp::infix, 80, 80), ph(1, 3)}); }},
+    {"plus", 2, 2, 3, [] { return row({ph(0, 3), op(u"+", LayoutOp::infix, 4, 4), ph(1, 3)}); }},
     {"times", 1, 3, 4, [] { return operator_row(op(u"&InvisibleTimes;", LayoutOp::infix), false, 4); }},
-    {"minus", 2, 3, 3, [] { return operator_row(op(u"-", LayoutOp::infix, 60, 60), true, 3); }},
+    {"minus", 2, 3, 3, [] { return operator_row(op(u"-", LayoutOp::infix, 4, 4), true, 3); }},
     {"frac", 2, 2, none, [] { return with(new LayoutFraction(1), {ph(0), ph(1)}); }},
     {"binom", 2, 2, none, [] { return with(new LayoutFraction(0), {ph(0), ph(1)}); }},
     {"sqrt", 1, 1, none, [] { return with(new LayoutSqrt, {ph(0)}); }},
@@ -137,7 +137,8 @@ std::vector<FormulaKind> const kinds = {
     {"apply", 1, 1, 5, [] { return row({new LayoutText(u"sin"), op(u"&ApplyFunction;", LayoutOp::infix), ph(0, 5)}); }},
     {"italic", 1, 1, none, [] { return row({ph(0, 0, LayoutPlaceholder::slanted)}); }},
     {"upright", 1, 1, none, [] { return row({ph(0, 0, LayoutPlaceholder::unslanted)}); }},
-    {"equals", 2, 2, 2, [] { return row({new LayoutNumber(u"2"), op(u"=", LayoutOp::infix, 100, 100), ph(-1, 2)}); }},
+    {"equals", 2, 2, 2, [] { return row({ph(0, 2), op(u"=", LayoutOp::infix, 5, 5), ph(-1, 2)}); }},
+    {"label", 1, 1, 2, [] { return row({new LayoutNumber(u"2"), op(u"=", LayoutOp::infix, 5, 5), ph(-1, 2)}); }},
     {"quoted", 1, 1, none, [] { return row({new LayoutString(u"q"), ph(0)}); }},
 };
 
