@@ -11,6 +11,7 @@
 #include "tavi/math/mathnodecontext.h"
 #include "tavi/math/mathstring.h"
 #include "tavi/math/mathtablenode.h"
+#include "tavi/math/templates/templatetable.h"
 
 namespace Tavi {
 
@@ -73,9 +74,30 @@ MathNode *MathTemplate::create_cat_node(wchar const *text) { return create_node(
 
 MathNode *MathTemplate::create_edit_node(MathString const &) { return nullptr; }
 
-// The placeholders of a fresh node come from the table's dummy template, and a table's dimensions from
-// the host through the table; without the table's services no node is entered.
-MathNode *MathTemplate::create_edit_node() { return nullptr; }
+// The node the user gets on entering the template: a fresh node holding one placeholder, made by the
+// table's dummy template, for each operand it starts with. A grid takes its rows and columns from its
+// table layout, which does not exist yet, so a table template enters nothing for now.
+MathNode *MathTemplate::create_edit_node()
+{
+    if (table_layout_)
+        return nullptr;
+    MathTemplate *dummy = table_ ? table_->get_dummy_template() : nullptr;
+    if (dummies_ > 0 && dummy == nullptr)
+        return nullptr;
+    MathNode *node = create_node();
+    if (node == nullptr)
+        return nullptr;
+    for (std::size_t i = 0; i < dummies_; ++i) {
+        MathNode *placeholder = dummy->create_node();
+        if (placeholder == nullptr) {
+            node->ref();
+            node->unref();
+            return nullptr;
+        }
+        node->append(placeholder);
+    }
+    return node;
+}
 
 MathNode *MathTemplate::create_tabular_edit_node(std::size_t, std::size_t) { return nullptr; }
 

@@ -287,6 +287,26 @@ TEST(BuiltinTemplates, DifferenceAndNegationAreEnteredAsSums)
     }
 }
 
+// Entering any built-in gives the node that create_node makes, holding exactly as many placeholders,
+// each made by the dummy template, as the template starts with.
+TEST(BuiltinTemplates, EnteringATemplateFillsItsOperandsWithPlaceholders)
+{
+    TemplateTable table(nullptr);
+    for (std::size_t i = 0; i < table.template_count(); ++i) {
+        MathTemplate *t = table.template_at(i);
+        if (t == nullptr)
+            continue;
+        SCOPED_TRACE(narrow(t->type_name()));
+        Held<MathNode> fresh(t->create_node());
+        Held<MathNode> entered(t->create_edit_node());
+        ASSERT_NE(nullptr, entered.get());
+        EXPECT_EQ(KIND(fresh.get()), KIND(entered.get()));
+        ASSERT_EQ(static_cast<long>(t->dummies()), entered->count());
+        for (long c = 0; c < entered->count(); ++c)
+            EXPECT_EQ(std::type_index(typeid(MathDummyNode)), KIND(entered->component(c))) << c;
+    }
+}
+
 // Removing a term from a sum of two (or fewer) terms dissolves the sum; from three it stays.
 TEST(BuiltinTemplates, DeletingATermOfASum)
 {
