@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "tavi/math/mathscriptnode.h"
+#include "tavi/math/templates/accenttemplate.h"
 
 namespace Tavi {
 
@@ -32,8 +33,12 @@ bool MathAccentNode::may_replace(long index, MathNode *node)
 
 Kxt::FixedString MathAccentNode::cat_text() { return Kxt::FixedString(child_text(0) + accent_text()); }
 
+// The accent's name is its template's text ("&OverBar;"); a node on another kind of template falls back
+// to a name made from the template's type ("overbar_accent" gives "&overbar;").
 wstring MathAccentNode::accent_text() const
 {
+    if (auto const *accent = dynamic_cast<AccentTemplate const *>(templ()))
+        return accent->cat_text();
     std::u16string_view name(type_name());
     std::u16string_view const suffix = u"_accent";
     if (name.size() > suffix.size() && name.substr(name.size() - suffix.size()) == suffix)

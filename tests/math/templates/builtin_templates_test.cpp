@@ -222,6 +222,10 @@ TEST(BuiltinTemplates, AccentsSetTheirMarkWithTheBase)
         EXPECT_EQ(LayoutOp::postfix, mark->form());
         EXPECT_TRUE(mark->accent());
         EXPECT_EQ(LayoutToken::decode_text(c.mark), mark->text());
+        // A placeholder has no text, so the entered node's text is the accent's mark alone.
+        Held<MathNode> entered(t->create_edit_node());
+        ASSERT_NE(nullptr, entered.get());
+        EXPECT_EQ(std::u16string(c.mark), entered->cat_text().str());
     }
     // A layout value outside the list sets the mark after the base.
     Held<AccentTemplate> odd(new AccentTemplate(&table, u"odd", true, u"Odd", TemplateAccelerator(), u"'",
