@@ -35,14 +35,15 @@ long LayoutBigOp::round_up(long value, long ex) { return value + ex / 2; }
 
 // The normal glyph serves while the wanted box fits its ascent and a descent of 2/30 D, within the
 // tolerance; then the first ready-made glyph whose height covers the wanted total; beyond the largest,
-// pieces.
+// pieces. A wanted size at or past the free mark is free: a row of operands with no height hands the mark
+// up through its maxima, and a box around such a row adds to it.
 bool LayoutBigOp::ext_char(MathNodeContext &context, Box const &wanted, wchar &ch, Box &out, bool noFallback)
 {
     out = request_ext(normalChar, context);
     long const d = out.descent();
     long const small = 2 * d / 30;
     long const ex = context.real_ex();
-    if (wanted.ascent() == free_size || wanted.descent() == free_size ||
+    if (wanted.ascent() >= free_size || wanted.descent() >= free_size ||
         (wanted.ascent() <= round_up(out.ascent(), ex) && wanted.descent() <= round_up(small, ex))) {
         out.descent(small);
         ch = normalChar;

@@ -42,7 +42,7 @@ void LayoutOverBarOp::draw(GlyphContext &gc, AllocationTree const &allocation)
     MathNodeContext &context = math_context(gc);
     Point const p = allocation.point();
     long const boxWidth = allocation.box().width();
-    if (boxWidth == free_size) {
+    if (boxWidth >= free_size) {
         draw_ext(normalChar, context, p);
         return;
     }

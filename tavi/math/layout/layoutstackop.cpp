@@ -12,7 +12,7 @@ namespace {
 
 long const free_size = 0x7fffffff;
 
-bool is_free(Box const &box) { return box.ascent() == free_size || box.descent() == free_size; }
+bool is_free(Box const &box) { return box.ascent() >= free_size || box.descent() >= free_size; }
 
 }  // namespace
 
