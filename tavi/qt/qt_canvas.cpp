@@ -520,6 +520,23 @@ Qt_Canvas::PenInForce::~PenInForce()
     canvas_.painter_->setPen(painter_pen_);
 }
 
+Qt_Canvas::FillInForce::FillInForce(QPainter *painter)
+    : painter_(painter), pen_(painter->pen()), brush_(painter->brush())
+{
+    painter_->setPen(Qt::NoPen);
+}
+
+Qt_Canvas::FillInForce::FillInForce(QPainter *painter, QBrush const &brush) : FillInForce(painter)
+{
+    painter_->setBrush(brush);
+}
+
+Qt_Canvas::FillInForce::~FillInForce()
+{
+    painter_->setBrush(brush_);
+    painter_->setPen(pen_);
+}
+
 Qt_Canvas::NoBrushInForce::NoBrushInForce(QPainter *painter) : painter_(painter), brush_(painter->brush())
 {
     painter_->setBrush(Qt::NoBrush);
@@ -891,21 +908,14 @@ void Qt_Canvas::fill_ellipse(Rect const &r)
         fill_ellipse(r, brush_);
         return;
     }
-    QPen const saved = painter_->pen();
-    painter_->setPen(Qt::NoPen);
+    FillInForce const fill(painter_);
     painter_->drawEllipse(qrect(r, draw_offset_));
-    painter_->setPen(saved);
 }
 
 void Qt_Canvas::fill_ellipse(Rect const &r, Brush const &brush)
 {
-    QPen const saved_pen = painter_->pen();
-    QBrush const saved_brush = painter_->brush();
-    painter_->setPen(Qt::NoPen);
-    painter_->setBrush(qbrush(brush));
+    FillInForce const fill(painter_, qbrush(brush));
     painter_->drawEllipse(qrect(r, draw_offset_));
-    painter_->setBrush(saved_brush);
-    painter_->setPen(saved_pen);
 }
 
 void Qt_Canvas::fill_ellipse_f(RectF const &r)
@@ -914,21 +924,14 @@ void Qt_Canvas::fill_ellipse_f(RectF const &r)
         fill_ellipse_f(r, brush_);
         return;
     }
-    QPen const saved = painter_->pen();
-    painter_->setPen(Qt::NoPen);
+    FillInForce const fill(painter_);
     painter_->drawEllipse(qrectf(r, draw_offset_f_));
-    painter_->setPen(saved);
 }
 
 void Qt_Canvas::fill_ellipse_f(RectF const &r, Brush const &brush)
 {
-    QPen const saved_pen = painter_->pen();
-    QBrush const saved_brush = painter_->brush();
-    painter_->setPen(Qt::NoPen);
-    painter_->setBrush(qbrush(brush));
+    FillInForce const fill(painter_, qbrush(brush));
     painter_->drawEllipse(qrectf(r, draw_offset_f_));
-    painter_->setBrush(saved_brush);
-    painter_->setPen(saved_pen);
 }
 
 void Qt_Canvas::fill_polygon(Point const *points, std::size_t count, bool winding)
@@ -939,23 +942,16 @@ void Qt_Canvas::fill_polygon(Point const *points, std::size_t count, bool windin
     }
     if (points == nullptr || count < 2)
         return;
-    QPen const saved = painter_->pen();
-    painter_->setPen(Qt::NoPen);
+    FillInForce const fill(painter_);
     painter_->drawPolygon(qpolygon(points, count, draw_offset_, false), winding ? Qt::WindingFill : Qt::OddEvenFill);
-    painter_->setPen(saved);
 }
 
 void Qt_Canvas::fill_polygon(Point const *points, std::size_t count, Brush const &brush, bool winding)
 {
     if (points == nullptr || count < 2)
         return;
-    QPen const saved_pen = painter_->pen();
-    QBrush const saved_brush = painter_->brush();
-    painter_->setPen(Qt::NoPen);
-    painter_->setBrush(qbrush(brush));
+    FillInForce const fill(painter_, qbrush(brush));
     painter_->drawPolygon(qpolygon(points, count, draw_offset_, false), winding ? Qt::WindingFill : Qt::OddEvenFill);
-    painter_->setBrush(saved_brush);
-    painter_->setPen(saved_pen);
 }
 
 void Qt_Canvas::fill_polygon_f(PointF const *points, std::size_t count, bool winding)
@@ -966,25 +962,18 @@ void Qt_Canvas::fill_polygon_f(PointF const *points, std::size_t count, bool win
     }
     if (points == nullptr || count < 2)
         return;
-    QPen const saved = painter_->pen();
-    painter_->setPen(Qt::NoPen);
+    FillInForce const fill(painter_);
     painter_->drawPolygon(qpolygonf(points, count, draw_offset_f_, false),
                           winding ? Qt::WindingFill : Qt::OddEvenFill);
-    painter_->setPen(saved);
 }
 
 void Qt_Canvas::fill_polygon_f(PointF const *points, std::size_t count, Brush const &brush, bool winding)
 {
     if (points == nullptr || count < 2)
         return;
-    QPen const saved_pen = painter_->pen();
-    QBrush const saved_brush = painter_->brush();
-    painter_->setPen(Qt::NoPen);
-    painter_->setBrush(qbrush(brush));
+    FillInForce const fill(painter_, qbrush(brush));
     painter_->drawPolygon(qpolygonf(points, count, draw_offset_f_, false),
                           winding ? Qt::WindingFill : Qt::OddEvenFill);
-    painter_->setBrush(saved_brush);
-    painter_->setPen(saved_pen);
 }
 
 // Grey hatching anchored at the rectangle's corner, so that it does not crawl when the area moves.

@@ -196,6 +196,22 @@ private:
         QPen painter_pen_;
         Pen pen_;
     };
+    // Interiors are filled with no pen, so that no outline is stroked round them, and with the given
+    // brush if there is one; pen and brush come back after.
+    class FillInForce
+    {
+    public:
+        explicit FillInForce(QPainter *painter);
+        FillInForce(QPainter *painter, QBrush const &brush);
+        ~FillInForce();
+        FillInForce(FillInForce const &) = delete;
+        FillInForce &operator=(FillInForce const &) = delete;
+
+    private:
+        QPainter *painter_;
+        QPen pen_;
+        QBrush brush_;
+    };
     // Outlines are drawn with no brush, so that the painter never fills them; the brush comes back after.
     class NoBrushInForce
     {
