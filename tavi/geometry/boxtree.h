@@ -60,6 +60,10 @@ public:
     bool alternativeLayoutUsed() const { return alternativeLayoutUsed_; }
     void alternativeLayoutUsed(bool used) { alternativeLayoutUsed_ = used; }
 
+    // Breaks this finished tree into lines no wider than the constraint's width. Answers false when
+    // nothing was changed (everything already fits, or there is nothing to break).
+    bool doLineWrap(MathNodeContext &context, BoxTree const &constraint);
+
     // The constraint that sets no limit: 0x7fffffff in width, ascent and descent.
     static BoxTree const unconstrained;
 
