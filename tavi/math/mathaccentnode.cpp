@@ -1,6 +1,10 @@
 // MathAccentNode: its one operand, cloning and the text.
 #include "tavi/math/mathaccentnode.h"
 
+#include <ostream>
+
+#include "tavi/interchange/contentwriter.h"
+
 #include <memory>
 #include <string_view>
 
@@ -44,6 +48,19 @@ wstring MathAccentNode::accent_text() const
     if (name.size() > suffix.size() && name.substr(name.size() - suffix.size()) == suffix)
         name.remove_suffix(suffix.size());
     return u"&" + wstring(name) + u";";
+}
+
+std::ostream &MathAccentNode::put_xml(std::ostream &out)
+{
+    // The accent's text is its entity form ("&OverBar;"): the name is what lies between the two
+    // ends, of which no more than 64 characters are looked at.
+    wstring const form = accent_text().substr(0, 64);
+    wstring const name = form.size() > 2 ? form.substr(1, form.size() - 2) : wstring();
+    out << "<iacc nm=\"" << name.c_str() << '"';
+    put_ipop(out, *this);
+    out << '>';
+    put_children(out, *this);
+    return out << "</iacc>";
 }
 
 }  // namespace Tavi

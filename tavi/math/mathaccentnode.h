@@ -13,6 +13,8 @@ public:
     MathAccentNode(MathAccentNode const &other) = default;
 
     Glyph *clone(bool deep) const override;
+    // Writes the node in the content format: its element, attributes and children.
+    std::ostream &put_xml(std::ostream &out) override;
     long cat_type() const override;
     unsigned long cat_childs() const override;
     // The one operand, at index 0, is an identifier, another accented identifier or a placeholder.

@@ -1,6 +1,10 @@
 // MathDummyNode: an atom without text or caret movement.
 #include "tavi/math/mathdummynode.h"
 
+#include <ostream>
+
+#include "tavi/interchange/contentwriter.h"
+
 namespace Tavi {
 
 MathDummyNode::MathDummyNode(MathTemplate *templ) : MathAtomNode(templ) {}
@@ -26,5 +30,12 @@ long MathDummyNode::caret_pos() { return 0; }
 bool MathDummyNode::increment_caret_pos(bool) { return false; }
 
 void MathDummyNode::set_caret_pos(bool) {}
+
+std::ostream &MathDummyNode::put_xml(std::ostream &out)
+{
+    out << "<plh";
+    put_ipop(out, *this);
+    return out << " />";
+}
 
 }  // namespace Tavi

@@ -13,6 +13,8 @@ public:
     MathDummyNode(MathDummyNode const &other) = default;
 
     Glyph *clone(bool deep) const override;
+    // Writes the node in the content format: its element, attributes and children.
+    std::ostream &put_xml(std::ostream &out) override;
     long cat_type() const override;
 
     // Both setters do nothing; the text is one shared empty string.

@@ -1,6 +1,11 @@
 // MathExprNode: children with relative positions, placed once per layout.
 #include "tavi/math/mathexprnode.h"
 
+#include <ostream>
+
+#include "tavi/interchange/contentwriter.h"
+#include "tavi/kxt/xmltext.h"
+
 #include <memory>
 
 #include "tavi/geometry/allocationtree.h"
@@ -111,5 +116,16 @@ unsigned long MathExprNode::cat_childs() const
 bool MathExprNode::may_replace(long, MathNode *) { return true; }
 
 void MathExprNode::modified() { positions_valid_ = false; }
+
+std::ostream &MathExprNode::put_xml(std::ostream &out)
+{
+    out << "<expr tmp=\"";
+    Kxt::putCData(out, content_type_name());
+    out << '"';
+    put_ipop(out, *this);
+    out << '>';
+    put_children(out, *this);
+    return out << "</expr>";
+}
 
 }  // namespace Tavi

@@ -19,6 +19,8 @@ public:
     // A new node on the same template with both flags; the children are cloned for a deep copy and
     // shared otherwise.
     Glyph *clone(bool deep) const override;
+    // Writes the node in the content format: its element, attributes and children.
+    std::ostream &put_xml(std::ostream &out) override;
 
     using Glyph::allocate;
     // The allocation of a child: the template's, moved by the child's stored position. The positions

@@ -1,6 +1,10 @@
 // MathIdentNode: an atom whose face follows the slanting of identifiers.
 #include "tavi/math/mathidentnode.h"
 
+#include <ostream>
+
+#include "tavi/interchange/contentwriter.h"
+
 #include "tavi/math/mathnodecontext.h"
 
 namespace Tavi {
@@ -53,6 +57,11 @@ long MathIdentNode::cat_type() const { return 20; }
 bool MathIdentNode::italic_fontstyle(MathInfo &context)
 {
     return context.slanted_identifiers() || context.italic_fontstyle();
+}
+
+std::ostream &MathIdentNode::put_xml(std::ostream &out)
+{
+    return put_token_element(out, "ident", *this, false);
 }
 
 }  // namespace Tavi

@@ -13,6 +13,8 @@ public:
     MathIdentNode(MathIdentNode const &other) = default;
 
     Glyph *clone(bool deep) const override;
+    // Writes the node in the content format: its element, attributes and children.
+    std::ostream &put_xml(std::ostream &out) override;
     // Both set the context's italic flag for this identifier around the base operation, and put the
     // old flag back.
     BoxTree *request(GlyphContext &context, BoxTree const &constraint) override;

@@ -1,6 +1,10 @@
 // MathJoinSymbNode: its parts, cloning and the text.
 #include "tavi/math/mathjoinsymbnode.h"
 
+#include <ostream>
+
+#include "tavi/interchange/contentwriter.h"
+
 #include <memory>
 
 #include "tavi/math/mathscriptnode.h"
@@ -38,6 +42,11 @@ Kxt::FixedString MathJoinSymbNode::cat_text()
     for (long i = 0; i < count(); ++i)
         text += child_text(i);
     return Kxt::FixedString(text);
+}
+
+std::ostream &MathJoinSymbNode::put_xml(std::ostream &out)
+{
+    return put_plain_element(out, "irow", *this);
 }
 
 }  // namespace Tavi

@@ -13,6 +13,8 @@ public:
     MathJoinSymbNode(MathJoinSymbNode const &other) = default;
 
     Glyph *clone(bool deep) const override;
+    // Writes the node in the content format: its element, attributes and children.
+    std::ostream &put_xml(std::ostream &out) override;
     long cat_type() const override;
     unsigned long cat_childs() const override;
     // Every place takes an identifier, an accented identifier, a placeholder or a script node.

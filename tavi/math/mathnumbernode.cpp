@@ -1,6 +1,10 @@
 // MathNumberNode: the category of a number follows from its digits.
 #include "tavi/math/mathnumbernode.h"
 
+#include <ostream>
+
+#include "tavi/interchange/contentwriter.h"
+
 #include <climits>
 
 namespace Tavi {
@@ -24,6 +28,11 @@ long MathNumberNode::cat_type() const
         value = value * 10 + digit;
     }
     return cat_whole;
+}
+
+std::ostream &MathNumberNode::put_xml(std::ostream &out)
+{
+    return put_token_element(out, "num", *this, true);
 }
 
 }  // namespace Tavi

@@ -17,6 +17,8 @@ public:
     MathNumberNode(MathNumberNode const &other) = default;
 
     Glyph *clone(bool deep) const override;
+    // Writes the node in the content format: its element, attributes and children.
+    std::ostream &put_xml(std::ostream &out) override;
     // cat_whole when the text is one or more decimal digits whose value fits a long; cat_decimal
     // otherwise.
     long cat_type() const override;

@@ -1,6 +1,10 @@
 // MathPlusNode: operands with signs that follow every change of the operand list.
 #include "tavi/math/mathplusnode.h"
 
+#include <ostream>
+
+#include "tavi/interchange/contentwriter.h"
+
 #include <algorithm>
 #include <memory>
 #include <string_view>
@@ -112,6 +116,15 @@ bool MathPlusNode::is_equal(MathNode *other)
         return false;
     MathPlusNode *sum = dynamic_cast<MathPlusNode *>(other);
     return sum != nullptr && sum->signs_ == signs_;
+}
+
+std::ostream &MathPlusNode::put_xml(std::ostream &out)
+{
+    out << "<plus sgn=\"" << signs() << '"';
+    put_ipop(out, *this);
+    out << '>';
+    put_children(out, *this);
+    return out << "</plus>";
 }
 
 }  // namespace Tavi

@@ -14,6 +14,8 @@ public:
     MathPlusNode(MathPlusNode const &other) = default;
 
     Glyph *clone(bool deep) const override;
+    // Writes the node in the content format: its element, attributes and children.
+    std::ostream &put_xml(std::ostream &out) override;
 
     // The child list keeps the signs in step: a new operand is signed plus, and a removed one takes
     // its sign with it.

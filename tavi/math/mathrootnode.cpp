@@ -2,6 +2,11 @@
 // the measured tree.
 #include "tavi/math/mathrootnode.h"
 
+#include <ostream>
+
+#include "tavi/interchange/matheditcontenthandler.h"
+#include "tavi/kxt/xmltext.h"
+
 #include <algorithm>
 #include <typeinfo>
 
@@ -270,6 +275,38 @@ bool MathRootNode::get_ip_operand_path(std::vector<long> &path)
         node = next;
     }
     return true;
+}
+
+// Writes the formula as a math element: the namespace, the root's own read-only setting if it has one,
+// the strings that are set (escaped), then the top node.
+std::ostream &MathRootNode::put_xml(std::ostream &out)
+{
+    out << "<math xmlns=\"" << MathEditContentHandler::nameSpace() << '"';
+    if (has_read_only_)
+        out << " readonly=\"" << (read_only_ ? '1' : '0') << '"';
+    struct Named
+    {
+        char const *name;
+        wchar const *value;
+    };
+    Named const strings[] = {
+        {"style", style_.get()},
+        {"kxType", kxType_.get()},
+        {"alt", alt_text_.get()},
+        {"expr", expr_text_.get()},
+        {"tex", tex_text_.get()},
+    };
+    for (Named const &s : strings) {
+        if (s.value == nullptr || s.value[0] == 0)
+            continue;
+        out << ' ' << s.name << "=\"";
+        Kxt::putCData(out, s.value);
+        out << '"';
+    }
+    out << '>';
+    if (child_ != nullptr)
+        child_->put_xml(out);
+    return out << "</math>";
 }
 
 }  // namespace Tavi

@@ -44,6 +44,9 @@ public:
     // A new root over the child (cloned when deep, shared otherwise) with copies of the five strings.
     // The root's own read-only setting stays behind.
     Glyph *clone(bool deep) const override;
+    // Writes the formula in the content format: the math element with the namespace, the root's own
+    // settings and strings, then the top node.
+    std::ostream &put_xml(std::ostream &out) override;
 
     // The measured formula for the width of `limits`, at least one line of text high. The tree stays
     // the root's: the caller must not delete it. Null when no width has ever been given.

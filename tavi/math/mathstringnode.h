@@ -12,6 +12,8 @@ public:
     MathStringNode(MathStringNode const &other) = default;
 
     Glyph *clone(bool deep) const override;
+    // Writes the node in the content format: its element, attributes and children.
+    std::ostream &put_xml(std::ostream &out) override;
     long cat_type() const override;
 };
 

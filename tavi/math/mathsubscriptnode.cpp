@@ -1,6 +1,10 @@
 // MathSubscriptNode: cloning and the text of an identifier with a subscript, as x_i.
 #include "tavi/math/mathsubscriptnode.h"
 
+#include <ostream>
+
+#include "tavi/interchange/contentwriter.h"
+
 #include <memory>
 
 namespace Tavi {
@@ -19,5 +23,10 @@ Glyph *MathSubscriptNode::clone(bool deep) const
 }
 
 Kxt::FixedString MathSubscriptNode::cat_text() { return Kxt::FixedString(child_text(0) + u"_" + child_text(1)); }
+
+std::ostream &MathSubscriptNode::put_xml(std::ostream &out)
+{
+    return put_plain_element(out, "isub", *this);
+}
 
 }  // namespace Tavi

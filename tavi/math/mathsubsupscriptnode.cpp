@@ -1,6 +1,10 @@
 // MathSubSupscriptNode: three places, cloning and the text.
 #include "tavi/math/mathsubsupscriptnode.h"
 
+#include <ostream>
+
+#include "tavi/interchange/contentwriter.h"
+
 #include <memory>
 
 namespace Tavi {
@@ -48,6 +52,11 @@ bool MathSubSupscriptNode::may_replace(long index, MathNode *node)
 Kxt::FixedString MathSubSupscriptNode::cat_text()
 {
     return Kxt::FixedString(child_text(0) + u"_" + child_text(1) + u"^" + child_text(2));
+}
+
+std::ostream &MathSubSupscriptNode::put_xml(std::ostream &out)
+{
+    return put_plain_element(out, "isubsup", *this);
 }
 
 }  // namespace Tavi

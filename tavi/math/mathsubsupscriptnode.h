@@ -12,6 +12,8 @@ public:
     MathSubSupscriptNode(MathSubSupscriptNode const &other) = default;
 
     Glyph *clone(bool deep) const override;
+    // Writes the node in the content format: its element, attributes and children.
+    std::ostream &put_xml(std::ostream &out) override;
     // Index 0 takes a base, 1 and 2 a script each; anything above 2 is refused.
     bool may_replace(long index, MathNode *node) override;
     // base_sub^sup, as "x_i^2".

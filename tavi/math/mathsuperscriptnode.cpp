@@ -1,6 +1,10 @@
 // MathSuperscriptNode: cloning and the text of an identifier with a superscript, as x^*.
 #include "tavi/math/mathsuperscriptnode.h"
 
+#include <ostream>
+
+#include "tavi/interchange/contentwriter.h"
+
 #include <memory>
 
 namespace Tavi {
@@ -19,5 +23,10 @@ Glyph *MathSuperscriptNode::clone(bool deep) const
 }
 
 Kxt::FixedString MathSuperscriptNode::cat_text() { return Kxt::FixedString(child_text(0) + u"^" + child_text(1)); }
+
+std::ostream &MathSuperscriptNode::put_xml(std::ostream &out)
+{
+    return put_plain_element(out, "isup", *this);
+}
 
 }  // namespace Tavi

@@ -12,6 +12,8 @@ public:
     MathSuperscriptNode(MathSuperscriptNode const &other) = default;
 
     Glyph *clone(bool deep) const override;
+    // Writes the node in the content format: its element, attributes and children.
+    std::ostream &put_xml(std::ostream &out) override;
     // base^script, as "x^2".
     Kxt::FixedString cat_text() override;
 

@@ -1,6 +1,11 @@
 // MathTableNode: the grid's shape, its lines, the sizes of the last layout and the child range.
 #include "tavi/math/mathtablenode.h"
 
+#include <ostream>
+
+#include "tavi/interchange/contentwriter.h"
+#include "tavi/kxt/xmltext.h"
+
 #include <cerrno>
 #include <cstdlib>
 #include <string>
@@ -249,6 +254,27 @@ bool MathTableNode::is_equal(MathNode *other)
     if (!MathNode::is_equal(other))
         return false;
     return rows_ == table->rows_ && cols_ == table->cols_;
+}
+
+std::ostream &MathTableNode::put_xml(std::ostream &out)
+{
+    out << "<tab tmp=\"";
+    Kxt::putCData(out, content_type_name());
+    out << '"';
+    if (rows_ != 0)
+        out << " rows=\"" << rows_ << '"';
+    if (cols_ != 0)
+        out << " cols=\"" << cols_ << '"';
+    if (rowlines_)
+        out << " rowl=\"" << rowlines_.get() << '"';
+    if (columnlines_)
+        out << " coll=\"" << columnlines_.get() << '"';
+    if (framelines_)
+        out << " frl=\"" << framelines_.get() << '"';
+    put_ipop(out, *this);
+    out << '>';
+    put_children(out, *this);
+    return out << "</tab>";
 }
 
 }  // namespace Tavi

@@ -27,6 +27,8 @@ public:
 
     // Children cloned for a deep copy and shared otherwise.
     Glyph *clone(bool deep) const override;
+    // Writes the node in the content format: its element, attributes and children.
+    std::ostream &put_xml(std::ostream &out) override;
 
     std::size_t n_rows() const { return rows_; }
     std::size_t n_cols() const { return cols_; }

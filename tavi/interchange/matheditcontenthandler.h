@@ -1,0 +1,111 @@
+// MathEditContentHandler: reads the math edit content format (the XML that put_xml writes) into a
+// tree of math nodes, and BadMathEditContent, the one exception that bad content raises.
+#pragma once
+
+#include <exception>
+#include <vector>
+
+#include "tavi/kxt/wchar.h"
+#include "tavi/kxt/xmlhandler.h"
+
+namespace Tavi {
+
+class MathNode;
+class MathRootNode;
+class TemplateTable;
+
+// Raised by the reader on content it refuses, after the reason went to the standard error stream.
+class BadMathEditContent : public std::exception
+{
+public:
+    char const *what() const noexcept override;
+};
+
+// The handler of one parse at a time. Every element finds its template by name in the table, and
+// the template makes the node, so a setup file decides what a name means. Text inside a token is
+// gathered in a buffer and joined to the token's text when a named character or the end of the
+// token comes ("flushing"), so that the token's runs stay in order.
+//
+// Errors write "Error in math: " and the reason to std::cerr and throw BadMathEditContent out of
+// the callback; the parser then calls `cleanup`. An unknown template in `expr` is the exception:
+// it is reported, "missingTemplate" takes its place and reading goes on.
+class MathEditContentHandler : public Xml::Handler
+{
+public:
+    explicit MathEditContentHandler(TemplateTable &table);
+    ~MathEditContentHandler() override;
+    MathEditContentHandler(MathEditContentHandler const &) = delete;
+    MathEditContentHandler &operator=(MathEditContentHandler const &) = delete;
+
+    // The namespace name of the format, UTF-8.
+    static char const *nameSpace();
+
+    bool elementName(char const *nameSpace, char const *localName, int &nameSpaceId, int &nameId) override;
+    bool attributeName(char const *nameSpace, char const *localName, int &nameSpaceId, int &nameId) override;
+    void startElement(int nameSpace, int name, std::vector<Xml::Attribute> &attributes) override;
+    void endElement(int nameSpace, int name) override;
+    void characterData(char const *data, int length) override;
+    // Drops what was built for the failed document.
+    void cleanup() override;
+
+    // A new root (reference count 0, as every new glyph) over the node read, with the read-only
+    // setting if the document gave one and the five strings of `math`; null when no node was read.
+    // Each call makes another root over the same node.
+    MathRootNode *node();
+    // The `expr` and `tex` strings of `math`; null when absent or empty.
+    wchar const *expr() const;
+    wchar const *tex() const;
+    // The end of `math` was the last element seen.
+    bool done() const { return done_; }
+    // Forgets everything of the last document.
+    void reset();
+
+private:
+    // A string attribute of `math`: whether it was there (and not empty) and its value.
+    struct OptionalText
+    {
+        bool present = false;
+        wstring value;
+        wchar const *get() const { return present ? value.c_str() : nullptr; }
+        void clear()
+        {
+            present = false;
+            value.clear();
+        }
+    };
+
+    // The ids of the names; element and attribute names share one table.
+    enum NameId : int;
+
+    // Writes the reason and throws.
+    [[noreturn]] static void fail(char const *message);
+    [[noreturn]] static void fail(char const *before, wstring const &name, char const *after);
+
+    // Maps either kind of name: the same table serves both.
+    static bool map_name(char const *nameSpace, char const *localName, int &nameSpaceId, int &nameId);
+
+    MathNode *make_node(int name, std::vector<Xml::Attribute> &attributes);
+    MathNode *make_from_template(wchar const *templateName);
+    MathNode *make_table(std::vector<Xml::Attribute> &attributes);
+    void read_chr(std::vector<Xml::Attribute> &attributes);
+    void read_math(std::vector<Xml::Attribute> &attributes);
+    void flush();
+    void set_root(MathNode *node);
+
+    TemplateTable &table_;
+    MathNode *root_ = nullptr;     // counted
+    MathNode *current_ = nullptr;  // not owning
+    std::vector<wstring> signs_;
+    wstring buffer_;
+    OptionalText style_;
+    OptionalText kxType_;
+    OptionalText alt_;
+    OptionalText expr_;
+    OptionalText tex_;
+    bool has_read_only_ = false;
+    bool read_only_ = false;
+    bool in_token_ = false;
+    bool done_ = false;
+};
+
+}  // namespace Tavi
