@@ -82,7 +82,7 @@ std::vector<BoxTree *> const &BoxTree::getBoxTreeLeaves()
 
 // An atom is taken whole, with its depth; the insides of an atomic node are not visited. Every box on
 // the way down to the atoms gets x offset 0, since wrapping will give the atoms coordinates relative to
-// the root of the collection.
+// the root of the collection. A null child holds nothing to place and is passed over.
 void BoxTree::getBoxTreeLeavesInternal(BoxTree *box, BoxTree *parent, long index, std::vector<BoxTree *> &leaves,
                                        std::vector<BoxTree *> &parents, std::vector<long> &indices, long depth)
 {
@@ -95,8 +95,10 @@ void BoxTree::getBoxTreeLeavesInternal(BoxTree *box, BoxTree *parent, long index
     }
     box->xOffset_ = 0;
     long const n = box->count();
-    for (long j = 0; j < n; ++j)
-        getBoxTreeLeavesInternal(box->child(j), box, j, leaves, parents, indices, depth + 1);
+    for (long j = 0; j < n; ++j) {
+        if (BoxTree *c = box->child(j))
+            getBoxTreeLeavesInternal(c, box, j, leaves, parents, indices, depth + 1);
+    }
 }
 
 // ---------------------------------------------------------------------------------------------------

@@ -130,7 +130,12 @@ BoxTree *MathRootNode::request(GlyphContext &glyph_context, BoxTree const &limit
     return cache_.get();
 }
 
-void MathRootNode::wrap_lines(MathNodeContext &, BoxTreeNode &, BoxTreeLeaf const &) {}
+// The formula's tree hangs under a node of one child, and that node becomes the box of the lines: the
+// atoms get their places relative to it.
+void MathRootNode::wrap_lines(MathNodeContext &context, BoxTreeNode &node, BoxTreeLeaf const &limits)
+{
+    node.doLineWrap(context, limits);
+}
 
 AllocationTree MathRootNode::child_allocation(AllocationTree const &allocation) const
 {

@@ -112,8 +112,7 @@ private:
     static MathStyle *scene_style(GlyphContext const &context);
     // The allocation the top node is drawn and picked with: the first child of the cached tree.
     AllocationTree child_allocation(AllocationTree const &allocation) const;
-    // Where long formulas are to be broken into lines to fit the leaf's width. Breaking is not done
-    // yet: the formula stays on one line.
+    // Breaks a long formula into lines that fit the leaf's width.
     void wrap_lines(MathNodeContext &context, BoxTreeNode &node, BoxTreeLeaf const &limits);
 
     static std::unique_ptr<wchar[]> copy_text(wchar const *text);
