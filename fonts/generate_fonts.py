@@ -52,7 +52,13 @@ RULE = 40
 #                  baseline (plus the overlap), and moved S units to the left. The fence layout
 #                  moves every piece S units to the right again, so that the stroke of each fence
 #                  starts at the left edge of the piece glyph as the layouts expect.
+#   ("piece", H, S, U) the same, then moved U units up.
 #   ("raise", U)   moved U units up.
+#   "cell"         moved down by one rule thickness. cmex10's sized delimiters and radicals reach
+#                  that much above the baseline and stop that much short of their nominal depth
+#                  (TeX lays a radical's rule over the excess). The layouts here place a sized glyph
+#                  by its nominal depth, k/30 of D, and draw a radical's bar from the top of its box
+#                  downward, so the ink is moved to fill exactly the cell below the baseline.
 EXT_GLYPHS = [
     # position  source  glyph                        placement
     # Normal-size characters at their ASCII codes and the added positions.
@@ -77,57 +83,57 @@ EXT_GLYPHS = [
     # stands like the other fences, from 0.2 em below the baseline to 0.8 em above it.
     (213, LMSY, "radical",                   ("raise", 760)),
     # cmex10 codes 0 to 9, moved to 161 to 170.
-    (161, LMEX, "parenleftbig",              "as is"),
-    (162, LMEX, "parenrightbig",             "as is"),
-    (163, LMEX, "bracketleftbig",            "as is"),
-    (164, LMEX, "bracketrightbig",           "as is"),
-    (165, LMEX, "floorleftbig",              "as is"),
-    (166, LMEX, "floorrightbig",             "as is"),
-    (167, LMEX, "ceilingleftbig",            "as is"),
-    (168, LMEX, "ceilingrightbig",           "as is"),
-    (169, LMEX, "braceleftbig",              "as is"),
-    (170, LMEX, "bracerightbig",             "as is"),
+    (161, LMEX, "parenleftbig",              "cell"),
+    (162, LMEX, "parenrightbig",             "cell"),
+    (163, LMEX, "bracketleftbig",            "cell"),
+    (164, LMEX, "bracketrightbig",           "cell"),
+    (165, LMEX, "floorleftbig",              "cell"),
+    (166, LMEX, "floorrightbig",             "cell"),
+    (167, LMEX, "ceilingleftbig",            "cell"),
+    (168, LMEX, "ceilingrightbig",           "cell"),
+    (169, LMEX, "braceleftbig",              "cell"),
+    (170, LMEX, "bracerightbig",             "cell"),
     # cmex10 codes 10 to 32, moved to 173 to 195.
-    (173, LMEX, "angbracketleftbig",         "as is"),
-    (174, LMEX, "angbracketrightbig",        "as is"),
+    (173, LMEX, "angbracketleftbig",         "cell"),
+    (174, LMEX, "angbracketrightbig",        "cell"),
     (175, LMEX, "vextendsingle",             "as is"),
     (176, LMEX, "vextenddouble",             "as is"),
-    (177, LMEX, "slashbig",                  "as is"),
-    (178, LMEX, "backslashbig",              "as is"),
-    (179, LMEX, "parenleftBig",              "as is"),
-    (180, LMEX, "parenrightBig",             "as is"),
-    (181, LMEX, "parenleftbigg",             "as is"),
-    (182, LMEX, "parenrightbigg",            "as is"),
-    (183, LMEX, "bracketleftbigg",           "as is"),
-    (184, LMEX, "bracketrightbigg",          "as is"),
-    (185, LMEX, "floorleftbigg",             "as is"),
-    (186, LMEX, "floorrightbigg",            "as is"),
-    (187, LMEX, "ceilingleftbigg",           "as is"),
-    (188, LMEX, "ceilingrightbigg",          "as is"),
-    (189, LMEX, "braceleftbigg",             "as is"),
-    (190, LMEX, "bracerightbigg",            "as is"),
-    (191, LMEX, "angbracketleftbigg",        "as is"),
-    (192, LMEX, "angbracketrightbigg",       "as is"),
-    (193, LMEX, "slashbigg",                 "as is"),
-    (194, LMEX, "backslashbigg",             "as is"),
-    (195, LMEX, "parenleftBigg",             "as is"),
+    (177, LMEX, "slashbig",                  "cell"),
+    (178, LMEX, "backslashbig",              "cell"),
+    (179, LMEX, "parenleftBig",              "cell"),
+    (180, LMEX, "parenrightBig",             "cell"),
+    (181, LMEX, "parenleftbigg",             "cell"),
+    (182, LMEX, "parenrightbigg",            "cell"),
+    (183, LMEX, "bracketleftbigg",           "cell"),
+    (184, LMEX, "bracketrightbigg",          "cell"),
+    (185, LMEX, "floorleftbigg",             "cell"),
+    (186, LMEX, "floorrightbigg",            "cell"),
+    (187, LMEX, "ceilingleftbigg",           "cell"),
+    (188, LMEX, "ceilingrightbigg",          "cell"),
+    (189, LMEX, "braceleftbigg",             "cell"),
+    (190, LMEX, "bracerightbigg",            "cell"),
+    (191, LMEX, "angbracketleftbigg",        "cell"),
+    (192, LMEX, "angbracketrightbigg",       "cell"),
+    (193, LMEX, "slashbigg",                 "cell"),
+    (194, LMEX, "backslashbigg",             "cell"),
+    (195, LMEX, "parenleftBigg",             "cell"),
     # cmex10 codes 33 to 127 at their own positions, but for those whose ASCII position holds a
     # normal-size character: these moved to 171, 199, 200, 207, 208 and 211.
-    (33,  LMEX, "parenrightBigg",            "as is"),
-    (34,  LMEX, "bracketleftBigg",           "as is"),
-    (35,  LMEX, "bracketrightBigg",          "as is"),
-    (36,  LMEX, "floorleftBigg",             "as is"),
-    (37,  LMEX, "floorrightBigg",            "as is"),
-    (38,  LMEX, "ceilingleftBigg",           "as is"),
-    (39,  LMEX, "ceilingrightBigg",          "as is"),
-    (199, LMEX, "braceleftBigg",             "as is"),
-    (200, LMEX, "bracerightBigg",            "as is"),
-    (42,  LMEX, "angbracketleftBigg",        "as is"),
-    (43,  LMEX, "angbracketrightBigg",       "as is"),
-    (44,  LMEX, "slashBigg",                 "as is"),
-    (45,  LMEX, "backslashBigg",             "as is"),
-    (46,  LMEX, "slashBig",                  "as is"),
-    (171, LMEX, "backslashBig",              "as is"),
+    (33, LMEX, "parenrightBigg",            "cell"),
+    (34, LMEX, "bracketleftBigg",           "cell"),
+    (35, LMEX, "bracketrightBigg",          "cell"),
+    (36, LMEX, "floorleftBigg",             "cell"),
+    (37, LMEX, "floorrightBigg",            "cell"),
+    (38, LMEX, "ceilingleftBigg",           "cell"),
+    (39, LMEX, "ceilingrightBigg",          "cell"),
+    (199, LMEX, "braceleftBigg",             "cell"),
+    (200, LMEX, "bracerightBigg",            "cell"),
+    (42, LMEX, "angbracketleftBigg",        "cell"),
+    (43, LMEX, "angbracketrightBigg",       "cell"),
+    (44, LMEX, "slashBigg",                 "cell"),
+    (45, LMEX, "backslashBigg",             "cell"),
+    (46, LMEX, "slashBig",                  "cell"),
+    (171, LMEX, "backslashBig",              "cell"),
     (48,  LMEX, "parenlefttp",               ("piece", 1800, 291)),
     (49,  LMEX, "parenrighttp",              ("piece", 1800, 472)),
     (50,  LMEX, "bracketlefttp",             ("piece", 1800, 0)),
@@ -147,8 +153,8 @@ EXT_GLYPHS = [
     (65,  LMEX, "parenrightbt",              ("piece", 1800, 472)),
     (66,  LMEX, "parenleftex",               ("piece", 600, 291)),
     (67,  LMEX, "parenrightex",              ("piece", 600, 472)),
-    (68,  LMEX, "angbracketleftBig",         "as is"),
-    (69,  LMEX, "angbracketrightBig",        "as is"),
+    (68, LMEX, "angbracketleftBig",         "cell"),
+    (69, LMEX, "angbracketrightBig",        "cell"),
     (70,  LMEX, "unionsqtext",               "as is"),
     (71,  LMEX, "unionsqdisplay",            "as is"),
     (72,  LMEX, "contintegraltext",          "as is"),
@@ -183,22 +189,22 @@ EXT_GLYPHS = [
     (101, LMEX, "tildewide",                 "as is"),
     (102, LMEX, "tildewider",                "as is"),
     (103, LMEX, "tildewidest",               "as is"),
-    (104, LMEX, "bracketleftBig",            "as is"),
-    (105, LMEX, "bracketrightBig",           "as is"),
-    (106, LMEX, "floorleftBig",              "as is"),
-    (107, LMEX, "floorrightBig",             "as is"),
-    (108, LMEX, "ceilingleftBig",            "as is"),
-    (109, LMEX, "ceilingrightBig",           "as is"),
-    (110, LMEX, "braceleftBig",              "as is"),
-    (111, LMEX, "bracerightBig",             "as is"),
-    (112, LMEX, "radicalbig",                "as is"),
-    (113, LMEX, "radicalBig",                "as is"),
-    (114, LMEX, "radicalbigg",               "as is"),
-    (115, LMEX, "radicalBigg",               "as is"),
+    (104, LMEX, "bracketleftBig",            "cell"),
+    (105, LMEX, "bracketrightBig",           "cell"),
+    (106, LMEX, "floorleftBig",              "cell"),
+    (107, LMEX, "floorrightBig",             "cell"),
+    (108, LMEX, "ceilingleftBig",            "cell"),
+    (109, LMEX, "ceilingrightBig",           "cell"),
+    (110, LMEX, "braceleftBig",              "cell"),
+    (111, LMEX, "bracerightBig",             "cell"),
+    (112, LMEX, "radicalbig",                "cell"),
+    (113, LMEX, "radicalBig",                "cell"),
+    (114, LMEX, "radicalbigg",               "cell"),
+    (115, LMEX, "radicalBigg",               "cell"),
     # The radical's pieces already tile: the middle reaches 20 units into both neighbours.
     (116, LMEX, "radicalbt",                 ("piece", None, 702)),
     (117, LMEX, "radicalvertex",             ("piece", None, 702)),
-    (118, LMEX, "radicaltp",                 ("piece", None, 702)),
+    (118, LMEX, "radicaltp",                 ("piece", None, 702, -RULE)),
 ]
 
 # Positions whose glyph is drawn here: the overbar piece and the principal-value integrals, which
@@ -209,8 +215,10 @@ PV_INTEGRALS = [
     (127,       "integraltext",      160, 505,         -555),
     (128,       "integraldisplay",   230, 770,         -1111),
 ]
-# The overbar piece is a rule one thickness above the baseline, with no side bearings, so that
-# copies set side by side make one line.
+# The overbar piece is a rule of one thickness hanging just below the baseline, with no side
+# bearings, so that copies set side by side make one line. A bar's box reaches one thickness below
+# its baseline, and the bar of a radical stands with its baseline on the radical's top: the rule
+# lies inside both boxes and meets the lowered radicals' top stroke.
 OVERBAR_WIDTH = 250
 
 # The open face: the double-struck letters and digits of Latin Modern Math. Seven capitals stand in
@@ -324,8 +332,12 @@ def build_ext(out_dir):
         glyph = copy_glyph(sources[source], name, font, code, 0xF000 + code)
         if placement == "as is":
             continue
-        if placement[0] == "piece":
+        if placement == "cell":
+            glyph.transform(psMat.translate(0, -RULE))
+        elif placement[0] == "piece":
             fit_piece(glyph, placement[1], placement[2])
+            if len(placement) > 3:
+                glyph.transform(psMat.translate(0, placement[3]))
         elif placement[0] == "raise":
             glyph.transform(psMat.translate(0, placement[1]))
     lmex = sources[LMEX]
@@ -333,7 +345,7 @@ def build_ext(out_dir):
         glyph = copy_glyph(lmex, name, font, code, 0xF000 + code)
         add_rule(glyph, x0, y - RULE // 2, x1, y + RULE // 2)
     glyph = font.createChar(0xF000 + OVERBAR, "g%d" % OVERBAR)
-    add_rule(glyph, 0, RULE, OVERBAR_WIDTH, 2 * RULE)
+    add_rule(glyph, 0, -RULE, OVERBAR_WIDTH, 0)
     glyph.width = OVERBAR_WIDTH
     space = font.createChar(0x20, "space")
     space.width = 333

@@ -133,8 +133,8 @@ TEST(MathExtFont, DescentIsThreeEms)
 
 // The depth of every glyph, measured at 1000 pixels to the em so that a pixel is a thousandth of
 // an em and D is 3000. Pieces hang from the baseline and fill their cells of height thirtieths of
-// D, stacked bars reach from one copy to the next, the four sizes reach k/30 of D for k = 12, 18,
-// 24, 30 (cmex10's sizes stop 0.04 em short),
+// D, stacked bars reach from one copy to the next, the four sizes fill exactly k/30 of D below the
+// baseline for k = 12, 18, 24, 30 (cmex10's own stand 0.04 em higher),
 // display operators fill the box their ascent and descent give (in thousandths of D/3), and the
 // normal sizes stand on the baseline within the box of a normal character: 0.8 em up, 0.2 em down,
 // give or take cmex10's 0.05 em of overshoot.
@@ -183,10 +183,8 @@ TEST(MathExtFont, GlyphsHaveTheDepthsTheLayoutsExpect)
             QRectF const r = ink(raw, row->big[k]);
             double const depth = sizes[k] * D / 30;
             SCOPED_TRACE(narrow(text) + " size " + std::to_string(k + 1));
-            EXPECT_GE(r.top(), -50.0);  // hangs from the baseline
-            EXPECT_LE(r.top(), 0.0);
-            EXPECT_GE(r.bottom(), depth - 60);
-            EXPECT_LE(r.bottom(), depth + 10);
+            EXPECT_NEAR(r.top(), 0.0, 2.0);  // hangs from the baseline
+            EXPECT_NEAR(r.bottom(), depth, 2.0);
         }
         QRectF const r = ink(raw, row->normal);
         SCOPED_TRACE(narrow(text) + " normal");
@@ -209,14 +207,15 @@ TEST(MathExtFont, GlyphsHaveTheDepthsTheLayoutsExpect)
         EXPECT_NEAR(d.bottom(), display_depth, 15);
     }
 
-    // The overbar piece: a rule between 0.04 and 0.08 em above the baseline, as wide as its advance,
-    // so that copies side by side make one line.
+    // The overbar piece: a rule from the baseline to 0.04 em below it, inside the bar's box (which
+    // reaches u = 40/3000 of D below the baseline), as wide as its advance, so that copies side by
+    // side make one line.
     QRectF const bar = ink(raw, Codes::overbar_char);
     char32_t const bar_char = 0xf000 + Codes::overbar_char;
     QList<quint32> const bar_glyph = raw.glyphIndexesForString(QString::fromUcs4(&bar_char, 1));
     double const advance = raw.advancesForGlyphIndexes(bar_glyph).value(0).x();
-    EXPECT_NEAR(bar.top(), -80, 1);
-    EXPECT_NEAR(bar.bottom(), -40, 1);
+    EXPECT_NEAR(bar.top(), 0, 1);
+    EXPECT_NEAR(bar.bottom(), 40, 1);
     EXPECT_NEAR(bar.left(), 0, 1);
     EXPECT_NEAR(bar.right(), advance, 1);
 }
