@@ -16,6 +16,7 @@ namespace Tavi {
 
 class BoxTree;
 class BoxTreeAtomicNode;
+class BoxTreeLeaf;
 class LayoutLists;
 class MathTableNode;
 
@@ -66,26 +67,28 @@ protected:
 
 private:
     struct Grid;
-    struct Measures;
+    struct Sizes;
 
     // The table node of the context and the shape in force, with the range resolved; false when there
     // is nothing to show.
     bool grid(MathNodeContext &context, Grid &g);
-    // The line character of position i in the string, or of the node's string when the layout has
-    // none; "n" when neither has one.
-    static wchar line_char(wchar const *own, wchar const *node, std::size_t i);
-    // The alignment character of column c.
-    wchar align_char(std::size_t c) const;
-
-    // Measures every cell with the constraint and puts it in a new grid node; widths per column,
-    // ascent and descent per row.
-    BoxTreeAtomicNode *measure_cells(MathNodeContext &context, Grid const &g, BoxTree const &constraint,
-                                     Measures &m, bool wrap);
-    // Shares the available width among the columns and measures and wraps the cells again.
-    BoxTreeAtomicNode *wrap_cells(MathNodeContext &context, Grid const &g, BoxTree &constraint, long avail, long m,
-                                  std::size_t natural_rows, Measures &measures);
-    // Breaks a cell into lines no wider than the constraint.
+    // The cell of row r and column c measured with the constraint, the child index pointing at its
+    // node child; null for a cell that the node does not have.
+    BoxTree *request_cell(MathNodeContext &context, Grid const &g, std::size_t r, std::size_t c,
+                          BoxTree const &constraint);
+    // Every cell, row by row, at its natural size.
+    BoxTreeAtomicNode *natural_pass(MathNodeContext &context, Grid const &g, BoxTree const &constraint,
+                                    Sizes &sizes);
+    // Shares `avail` out among the columns and measures the cells again, wrapping those that have to
+    // give way; `sizes` holds the natural sizes on entry and the final ones on return.
+    BoxTreeAtomicNode *wrapping_pass(MathNodeContext &context, Grid const &g, BoxTreeLeaf &constraint, long avail,
+                                     long m, Sizes &sizes);
+    // Breaks a cell into lines no wider than the constraint; the cell keeps the size of the result.
     static BoxTree *wrap_cell(MathNodeContext &context, BoxTree *cell, BoxTree const &constraint);
+    // The line character of position i in the layout's string, else in the node's; "n" when neither
+    // has one.
+    static wchar line_char(wchar const *own, wchar const *node, std::size_t i);
+    wchar align_char(std::size_t column) const;
 
     std::unique_ptr<wchar[]> rowlines_;
     std::unique_ptr<wchar[]> columnlines_;

@@ -2,9 +2,12 @@
 // parenthesis and flattening tests, and the nodes a plain template creates.
 #include "tavi/math/templates/mathtemplate.h"
 
+#include <limits>
+
 #include "tavi/canvas/gauge.h"
 #include "tavi/geometry/allocationtree.h"
 #include "tavi/geometry/boxtree.h"
+#include "tavi/math/layout/layouttable.h"
 #include "tavi/math/layout/mathlayout.h"
 #include "tavi/math/mathexprnode.h"
 #include "tavi/math/mathnode.h"
@@ -75,12 +78,12 @@ MathNode *MathTemplate::create_cat_node(wchar const *text) { return create_node(
 MathNode *MathTemplate::create_edit_node(MathString const &) { return nullptr; }
 
 // The node the user gets on entering the template: a fresh node holding one placeholder, made by the
-// table's dummy template, for each operand it starts with. A grid takes its rows and columns from its
-// table layout, which does not exist yet, so a table template enters nothing for now.
+// table's dummy template, for each operand it starts with. A grid is entered with its shape filled with
+// placeholders.
 MathNode *MathTemplate::create_edit_node()
 {
     if (table_layout_)
-        return nullptr;
+        return create_tabular_edit_node(0, 0);
     MathTemplate *dummy = table_ ? table_->get_dummy_template() : nullptr;
     if (dummies_ > 0 && dummy == nullptr)
         return nullptr;
@@ -99,7 +102,47 @@ MathNode *MathTemplate::create_edit_node()
     return node;
 }
 
-MathNode *MathTemplate::create_tabular_edit_node(std::size_t, std::size_t) { return nullptr; }
+// A shape that the table layout fixes wins over the one asked for; what is still open is asked of the
+// host, by the template's keyword. The layout's shape also wins over the host's answer, since the
+// layout would show the grid in that shape anyway. The grid is filled with placeholders, row by row.
+MathNode *MathTemplate::create_tabular_edit_node(std::size_t rows, std::size_t cols)
+{
+    if (table_layout_ == nullptr || table_ == nullptr)
+        return nullptr;
+    std::size_t fixed_rows = 0;
+    std::size_t fixed_cols = 0;
+    table_layout_->dimension(fixed_rows, fixed_cols);
+    if (fixed_rows != 0)
+        rows = fixed_rows;
+    if (fixed_cols != 0)
+        cols = fixed_cols;
+    if (rows == 0 || cols == 0) {
+        if (!table_->query_array_dimensions(rows, cols, keyword()))
+            return nullptr;
+        if (fixed_rows != 0)
+            rows = fixed_rows;
+        if (fixed_cols != 0)
+            cols = fixed_cols;
+        if (rows == 0 || cols == 0)
+            return nullptr;
+    }
+    if (cols > std::numeric_limits<std::size_t>::max() / rows)
+        return nullptr;
+    MathTemplate *dummy = table_->get_dummy_template();
+    if (dummy == nullptr)
+        return nullptr;
+    MathTableNode *node = new MathTableNode(this, rows, cols);
+    for (std::size_t i = 0; i < rows * cols; ++i) {
+        MathNode *placeholder = dummy->create_node();
+        if (placeholder == nullptr) {
+            node->ref();
+            node->unref();
+            return nullptr;
+        }
+        node->append(placeholder);
+    }
+    return node;
+}
 
 bool MathTemplate::valid_overlay_arg(MathNode *node) { return node != nullptr; }
 
