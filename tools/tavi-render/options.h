@@ -1,0 +1,55 @@
+// The command line of tavi-render: what to read, how to typeset it and where to write what, and the
+// parsing of the lengths and sizes it is given.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace TaviRender {
+
+// What the output is and which surface draws it.
+enum class Format {
+    none,        // not given, and the output's name has no suffix that says
+    png,         // a bitmap drawn by Qt_Canvas on a QImage
+    svg,         // SVG drawn by Qt_Canvas on a QSvgGenerator, text as filled outlines
+    pdf,         // PDF drawn by Qt_Canvas on a QPdfWriter
+    eps,         // the EPS writer (Qt_EPS_Canvas)
+    svg_writer   // the SVG writer (Qt_SVG_Canvas): text as text elements
+};
+
+struct Options
+{
+    std::string input = "-";        // "-" is standard input
+    std::string output = "-";       // "-" is standard output
+    std::string setup;              // empty: the installed default
+    Format format = Format::none;
+    double font_size = 12.0;        // points
+    int dpi = 96;                   // PNG only
+    double width = 0.0;             // wrap width in points; 0 means no wrapping
+    bool help = false;
+};
+
+struct ParseResult
+{
+    Options options;
+    std::string error;              // empty when the line was understood
+};
+
+// Reads the arguments after the program's name. A format not given by --format is taken from the
+// output's suffix; standard output with no format is SVG.
+ParseResult parse_options(std::vector<std::string> const &arguments);
+
+// A length such as "8cm", "3.5in", "20mm", "200pt" or a bare number of points, in points; false
+// for anything else, and for a length that is not above zero.
+bool parse_length(std::string const &text, double &points);
+
+// The format of a --format name ("png", "svg", "pdf", "eps", "svg-writer"), or none.
+Format format_named(std::string const &name);
+// The format that an output file's suffix stands for (".png", ".svg", ".pdf", ".eps"), or none.
+Format format_of_path(std::string const &path);
+char const *format_name(Format format);
+
+// The text of --help.
+std::string usage_text();
+
+}  // namespace TaviRender

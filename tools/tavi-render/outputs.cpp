@@ -1,0 +1,235 @@
+// Drawing the formula on each output surface. Every target is measured first on a device of its own
+// kind and resolution, so that the page is made exactly as large as the formula plus a margin, and
+// then drawn for real with the formula moved into the margin.
+#include "tools/tavi-render/outputs.h"
+
+#include <QBuffer>
+#include <QImage>
+#include <QPageSize>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QSaveFile>
+#include <QSvgGenerator>
+
+#include <cmath>
+#include <cstdio>
+#include <sstream>
+
+#include "tavi/geometry/extension.h"
+#include "tavi/qt/qt_canvas.h"
+#include "tavi/qt/qt_eps_canvas.h"
+#include "tavi/qt/qt_svg_canvas.h"
+#include "tools/tavi-render/outline_canvas.h"
+#include "tools/tavi-render/render_host.h"
+
+namespace TaviRender {
+
+using namespace Tavi;
+
+namespace {
+
+// The page round a measured formula: its extent plus the margin on every side, in device units of
+// `dots_per_inch`, and the translation that moves the formula's top left into the margin.
+struct Page
+{
+    Page(Extension const &formula, double dots_per_inch)
+    {
+        long const m = std::lround(margin_points * dots_per_inch / 72.0);
+        width = formula.right() - formula.left() + 2 * m;
+        height = formula.bottom() - formula.top() + 2 * m;
+        if (width < 1)
+            width = 1;
+        if (height < 1)
+            height = 1;
+        offset = Point(m - formula.left(), m - formula.top());
+    }
+    Extension extension() const { return Extension(0, 0, height, width); }
+
+    long width;
+    long height;
+    Point offset;
+};
+
+// Prints the host on a Qt canvas of type C over the painter, with the page's offset; answers the
+// formula's extent.
+template <class C>
+Extension print_on(RenderHost &host, QPaintDevice &device, Extension const &page, Point offset, bool smooth)
+{
+    QPainter painter(&device);
+    if (smooth) {
+        painter.setRenderHint(QPainter::Antialiasing, true);
+        painter.setRenderHint(QPainter::TextAntialiasing, true);
+    }
+    C canvas(&painter, page);
+    canvas.useInheritAliasing(true);
+    canvas.printing(true);
+    canvas.translation(offset);
+    Extension const e = host.print(&canvas);
+    painter.end();
+    return e;
+}
+
+Extension const probe_page(0, 0, 1, 1);
+
+void set_resolution(QImage &image, int dpi)
+{
+    int const dots_per_meter = static_cast<int>(std::lround(dpi / 0.0254));
+    image.setDotsPerMeterX(dots_per_meter);
+    image.setDotsPerMeterY(dots_per_meter);
+}
+
+bool render_png(RenderHost &host, int dpi, QByteArray &out, std::string &error)
+{
+    QImage probe(1, 1, QImage::Format_ARGB32_Premultiplied);
+    set_resolution(probe, dpi);
+    Page const page(print_on<Qt_Canvas>(host, probe, probe_page, Point(0, 0), true), dpi);
+    if (page.width > 30000 || page.height > 30000) {
+        error = "the image would be larger than 30000 pixels: lower --dpi or --font-size";
+        return false;
+    }
+    QImage image(static_cast<int>(page.width), static_cast<int>(page.height), QImage::Format_ARGB32_Premultiplied);
+    if (image.isNull()) {
+        error = "no memory for an image of this size";
+        return false;
+    }
+    set_resolution(image, dpi);
+    image.fill(Qt::white);
+    print_on<Qt_Canvas>(host, image, page.extension(), page.offset, true);
+    QBuffer buffer(&out);
+    buffer.open(QIODevice::WriteOnly);
+    if (!image.save(&buffer, "PNG")) {
+        error = "the PNG could not be encoded";
+        return false;
+    }
+    return true;
+}
+
+void setup_svg(QSvgGenerator &generator, QBuffer &buffer, long width, long height)
+{
+    generator.setOutputDevice(&buffer);
+    generator.setResolution(vector_dpi);
+    generator.setSize(QSize(static_cast<int>(width), static_cast<int>(height)));
+    generator.setViewBox(QRect(0, 0, static_cast<int>(width), static_cast<int>(height)));
+    generator.setTitle("Formula");
+    generator.setDescription("Typeset by tavi-render");
+}
+
+bool render_svg(RenderHost &host, QByteArray &out, std::string &)
+{
+    Extension measured;
+    {
+        QByteArray scratch;
+        QBuffer buffer(&scratch);
+        QSvgGenerator probe;
+        setup_svg(probe, buffer, 1, 1);
+        measured = print_on<Outline_Canvas>(host, probe, probe_page, Point(0, 0), false);
+    }
+    Page const page(measured, vector_dpi);
+    QBuffer buffer(&out);
+    QSvgGenerator generator;
+    setup_svg(generator, buffer, page.width, page.height);
+    print_on<Outline_Canvas>(host, generator, page.extension(), page.offset, false);
+    return true;
+}
+
+void setup_pdf(QPdfWriter &writer, long width, long height)
+{
+    writer.setCreator("tavi-render");
+    writer.setTitle("Formula");
+    writer.setResolution(vector_dpi);
+    writer.setPageMargins(QMarginsF(0, 0, 0, 0));
+    QSizeF const points(width * 72.0 / vector_dpi, height * 72.0 / vector_dpi);
+    writer.setPageSize(QPageSize(points, QPageSize::Point, QString(), QPageSize::ExactMatch));
+}
+
+bool render_pdf(RenderHost &host, QByteArray &out, std::string &)
+{
+    Extension measured;
+    {
+        QByteArray scratch;
+        QBuffer buffer(&scratch);
+        buffer.open(QIODevice::WriteOnly);
+        QPdfWriter probe(&buffer);
+        setup_pdf(probe, vector_dpi, vector_dpi);
+        measured = print_on<Qt_Canvas>(host, probe, probe_page, Point(0, 0), false);
+    }
+    Page const page(measured, vector_dpi);
+    QBuffer buffer(&out);
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&buffer);
+    setup_pdf(writer, page.width, page.height);
+    print_on<Qt_Canvas>(host, writer, page.extension(), page.offset, false);
+    return true;
+}
+
+// The writers draw in twentieths of a point (1440 per inch) through header, drawing and footer.
+template <class W>
+bool render_writer(RenderHost &host, QByteArray &out, std::string &)
+{
+    Extension measured;
+    {
+        std::ostringstream scratch;
+        W probe(scratch, probe_page);
+        measured = host.print(&probe);
+    }
+    Page const page(measured, 1440.0);
+    std::ostringstream text;
+    {
+        W writer(text, page.extension());
+        writer.put_header("tavi-render");
+        writer.translation(page.offset);
+        host.print(&writer);
+        writer.put_footer();
+    }
+    std::string const s = text.str();
+    out = QByteArray(s.data(), static_cast<int>(s.size()));
+    return true;
+}
+
+}  // namespace
+
+bool render(RenderHost &host, Format format, int dpi, QByteArray &out, std::string &error)
+{
+    out.clear();
+    switch (format) {
+    case Format::png:
+        return render_png(host, dpi, out, error);
+    case Format::svg:
+        return render_svg(host, out, error);
+    case Format::pdf:
+        return render_pdf(host, out, error);
+    case Format::eps:
+        return render_writer<Qt_EPS_Canvas>(host, out, error);
+    case Format::svg_writer:
+        return render_writer<Qt_SVG_Canvas>(host, out, error);
+    case Format::none:
+        break;
+    }
+    error = "no output format";
+    return false;
+}
+
+bool write_output(std::string const &path, QByteArray const &data, std::string &error)
+{
+    if (path == "-") {
+        std::size_t const n = std::fwrite(data.constData(), 1, static_cast<std::size_t>(data.size()), stdout);
+        if (n != static_cast<std::size_t>(data.size()) || std::fflush(stdout) != 0) {
+            error = "standard output could not be written";
+            return false;
+        }
+        return true;
+    }
+    // QSaveFile writes beside the target and renames only on commit; a failed write removes it.
+    QSaveFile file(QString::fromStdString(path));
+    if (!file.open(QIODevice::WriteOnly)) {
+        error = "cannot write " + path + ": " + file.errorString().toStdString();
+        return false;
+    }
+    if (file.write(data) != data.size() || !file.commit()) {
+        error = "cannot write " + path + ": " + file.errorString().toStdString();
+        return false;
+    }
+    return true;
+}
+
+}  // namespace TaviRender
