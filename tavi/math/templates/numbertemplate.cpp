@@ -1,11 +1,9 @@
 // NumberTemplate: atoms of the "cn" template, made from their text.
 #include "tavi/math/templates/numbertemplate.h"
 
-#include <clocale>
-
-#include "tavi/kxt/utf.h"
 #include "tavi/math/layout/layoutnumbernode.h"
 #include "tavi/math/mathnumbernode.h"
+#include "tavi/math/templates/decimalpoint.h"
 
 namespace Tavi {
 
@@ -22,17 +20,17 @@ MathNode *NumberTemplate::create_node(wchar const *text)
     return node;
 }
 
+// A host writes numbers with "."; the user reads them with the decimal point in force.
 MathNode *NumberTemplate::create_cat_node(wchar const *text)
 {
-    char const *point = std::localeconv()->decimal_point;
-    wstring const dot = point != nullptr ? Kxt::to_ustring(point) : wstring(u".");
-    if (text == nullptr || dot == u".")
+    wchar const point = decimal_point();
+    if (text == nullptr || point == u'.')
         return create_node(text);
     wstring number(text);
     std::size_t const at = number.find(u'.');
     if (at == wstring::npos)
         return create_node(text);
-    number.replace(at, 1, dot);
+    number[at] = point;
     return create_node(number.c_str());
 }
 

@@ -1,4 +1,5 @@
-// NumberTemplate: the template "cn" of numbers. A number typed with "." is shown with the decimal point of the current locale.
+// NumberTemplate: the template "cn" of numbers. A number handed over with "." is shown with the decimal
+// point in force (see decimalpoint.h).
 #pragma once
 
 #include "tavi/math/templates/atomtemplate.h"
@@ -13,8 +14,8 @@ public:
     using AtomTemplate::create_node;
     // A MathNumberNode with the text.
     MathNode *create_node(wchar const *text) override;
-    // A number from text that uses "." as decimal point: the first "." becomes the locale's decimal
-    // point when that is another character.
+    // A number from text that uses "." as decimal point: the first "." becomes the decimal point in
+    // force when that is another character.
     MathNode *create_cat_node(wchar const *text) override;
 };
 

@@ -20,6 +20,7 @@
 #include "tavi/math/templates/dummytemplate.h"
 #include "tavi/math/templates/identtemplate.h"
 #include "tavi/math/templates/joinsymbtemplate.h"
+#include "tavi/math/templates/mathidentmapping.h"
 #include "tavi/math/templates/minustemplate.h"
 #include "tavi/math/templates/negatetemplate.h"
 #include "tavi/math/templates/numbertemplate.h"
@@ -115,6 +116,9 @@ TemplateTable::TemplateTable(MathEditScene *scene)
 
 TemplateTable::~TemplateTable()
 {
+    setup_cleanup();
+    for (MathIdentMapping *mapping : ident_mappings_)
+        delete mapping;
     // Templates first: a template's layouts may hold copies of operators, never the records here.
     for (MathTemplate *t : templates_)
         if (t)
@@ -222,8 +226,6 @@ void TemplateTable::get_next_template_info(MathOverlayTemplateInfo &info, Templa
 
 // The scene class that knows the answer (it asks the user) is not part of this library yet.
 bool TemplateTable::query_array_dimensions(std::size_t &, std::size_t &, wchar const *) { return false; }
-
-bool TemplateTable::init(Kxt::KTstream &) { return false; }
 
 void TemplateTable::add_template(MathTemplate *templ)
 {

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <vector>
 
 #include "tavi/kxt/wchar.h"
@@ -19,7 +20,10 @@ class KTstream;
 namespace Tavi {
 
 class MathEditScene;
+class MathLayout;
+class MathNode;
 class MathTemplate;
+struct MathIdentMapping;
 
 class TemplateTable
 {
@@ -63,9 +67,52 @@ public:
     bool underline_in_ident_as_subscript() const { return underline_in_ident_as_subscript_; }
     void underline_in_ident_as_subscript(bool on) { underline_in_ident_as_subscript_ = on; }
 
-    // Reads a setup file into the table. Not yet able to read one: it answers false and leaves the
-    // table as it is.
+    // Reads a setup file into the table: new templates and their layouts, adjustments of existing
+    // ones. False when the file had any fault; what came before a fault (and every later element
+    // that was sound) is kept, so a failed file still leaves a usable table. May be called again with
+    // another file, which then comes on top.
     bool init(Kxt::KTstream &stream);
+
+    // The setup reader's handlers, as the XML parser drives them. `attrs` alternates names and values;
+    // `count` is the number of pointers, twice the number of attributes.
+    void setup_start_element(char const *name, wchar const **attrs, std::size_t count);
+    void setup_end_element(char const *name);
+    // Appends text to what the open token element has collected; null is a fault.
+    void setup_character_data(wchar const *text);
+    // Whether text is being collected: only directly inside a token element.
+    bool setup_need_character_data() const { return need_character_data_; }
+    // Records a fault of the setup file. It stays until the next init.
+    void parse_err() { parse_error_ = true; }
+    bool setup_failed() const { return parse_error_; }
+    // Layouts read but not yet given to a parent or a template.
+    std::size_t setup_stack_size() const { return layout_stack_.size(); }
+
+    // One attribute of an element: the value of the first attribute of exactly this name, or `def`
+    // when there is none, which is a fault when `required`. The flag form reads "1", "true", "0" and
+    // "false"; any other value is a fault and gives false.
+    bool find_attr(wchar const *name, wchar const **attrs, std::size_t count, bool def, bool required);
+    bool find_attr(wstring const &name, wchar const **attrs, std::size_t count, bool def, bool required);
+    wstring find_attr(wchar const *name, wchar const **attrs, std::size_t count, wchar const *def, bool required);
+    wstring find_attr(wstring const &name, wchar const **attrs, std::size_t count, wstring const &def,
+                      bool required);
+
+    // Numbers and identifiers from plain text.
+    // A number with optional sign and exponent ("-1.5e-3" is the negated product of 1.5 and 10 to the
+    // negated 3), or null when the text is not a number. The exponent needs the templates "times" and
+    // "power"; without them a number with an exponent gives null.
+    MathNode *number_from_string(wchar const *text);
+    // A plain identifier: a letter, then letters and digits, blanks around; null otherwise.
+    MathNode *ident_from_string(wchar const *text);
+    // A copy of the expression behind a name made by generated_ident_name, or null.
+    MathNode *decorated_ident(wchar const *name);
+    // The made-up name ("-1", "-2", ...) of a node that stands for an identifier without being a plain
+    // one (a subscripted or accented name); equal nodes share one name. Null for any other node. The
+    // name lives as long as the table.
+    char const *generated_ident_name(MathNode *node);
+    // The mapping of a node equal to `node`, or null.
+    MathIdentMapping *find_generated_ident(MathNode *node) const;
+    // The number of the last name made.
+    long generated_ident_count() const { return generated_ident_count_; }
 
     // Access for the setup reader and for hosts.
     // Appends a template, taking one reference on it.
@@ -86,15 +133,41 @@ public:
 
     static constexpr std::size_t npos = static_cast<std::size_t>(-1);
 
+    // The rules of the setup file's elements (setupgrammar.h).
+    class SetupGrammar;
+
 private:
     // The operator dictionary, then the built-in templates.
     void init_builtin_templates();
     // The first record of this text and form, or null.
     LayoutOp *find_operator(MathString const &text, LayoutOp::Form form) const;
+    // Drops the setup reader's unfinished work: the open template, layouts without a parent and the
+    // open rows. False when there was any.
+    bool setup_cleanup();
+    // The node of a template found by name, or null when there is no such template.
+    MathNode *node_of(wchar const *type_name);
 
     MathEditScene *scene_;
     std::vector<MathTemplate *> templates_;  // counted; a slot may be null
     std::vector<LayoutOp *> operators_;      // counted; the built-in records first
+    std::vector<MathIdentMapping *> ident_mappings_;  // owned
+    long generated_ident_count_ = 0;
+
+    // The setup reader's state while a file is read.
+    MathTemplate *current_template_ = nullptr;   // the open content element's, counted
+    std::vector<MathLayout *> layout_stack_;     // counted
+    std::vector<std::size_t> row_start_stack_;   // where each open row or table starts on layout_stack_
+    std::unique_ptr<wstring> character_data_;    // null until text arrives
+    LayoutOp::Form mo_form_ = LayoutOp::infix;
+    int mo_lbadness_ = 0;
+    int mo_rbadness_ = 0;
+    // The child range of the latest oprow, optable or oplists, for oper idx="*". It stays in force
+    // after that element ends. Before any, all children.
+    long idx_from_ = 0;
+    long idx_to_ = -1;
+    bool need_character_data_ = false;
+    bool parse_error_ = false;
+
     bool map_decorated_idents_;
     bool underline_in_ident_as_subscript_;
 };
