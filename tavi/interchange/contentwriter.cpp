@@ -53,9 +53,8 @@ void put_mapped_char(std::ostream &out, MathString::Font font, wchar code)
 
 }  // namespace
 
-void put_token_text(std::ostream &out, MathString const &text, bool number)
+void put_token_text(std::ostream &out, MathString const &text, wchar separator)
 {
-    wchar const separator = decimal_separator();
     for (std::size_t run = 0; run < text.run_count(); ++run) {
         std::size_t const start = text.run_start(run);
         std::size_t const end = text.run_end(run);
@@ -63,7 +62,7 @@ void put_token_text(std::ostream &out, MathString const &text, bool number)
         if (font == MathString::f_text) {
             wstring piece = text.chars().substr(start, end - start);
             // In memory a number holds the user's separator; the format always has a point.
-            if (number && separator != u'.')
+            if (separator != 0 && separator != u'.')
                 replace_first(piece, separator, u'.');
             Kxt::putCData(out, piece.c_str());
             continue;
@@ -78,7 +77,7 @@ std::ostream &put_token_element(std::ostream &out, char const *tag, MathNode &no
     out << '<' << tag;
     put_ipop(out, node);
     out << '>';
-    put_token_text(out, node.text(), number);
+    put_token_text(out, node.text(), number ? decimal_separator() : wchar(0));
     return out << "</" << tag << '>';
 }
 

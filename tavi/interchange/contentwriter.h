@@ -4,6 +4,8 @@
 
 #include <iosfwd>
 
+#include "tavi/kxt/wchar.h"
+
 namespace Tavi {
 
 class MathNode;
@@ -18,13 +20,13 @@ void put_children(std::ostream &out, MathNode &node);
 // `<tag ipop>children</tag>`: the whole element of a node whose only attribute is ipop.
 std::ostream &put_plain_element(std::ostream &out, char const *tag, MathNode &node);
 
-// The text of a token, run by run. Text runs go out escaped (a number's first decimal separator
-// turned into a point when the user's separator isn't one); every character of another run is
-// written as an empty `chr` element when its font's map names it, as itself when the map gives a
-// plain character, and not at all when the map knows it not.
-void put_token_text(std::ostream &out, MathString const &text, bool number);
+// The text of a token, run by run. Text runs go out escaped, the first `separator` of each turned
+// into a point (a number's decimal separator; a point or 0 changes nothing); every character of
+// another run is written as an empty `chr` element when its font's map names it, as itself when
+// the map gives a plain character, and not at all when the map knows it not.
+void put_token_text(std::ostream &out, MathString const &text, wchar separator);
 
-// `<tag ipop>text</tag>` for ident, num and str.
+// `<tag ipop>text</tag>` for ident, num and str; a number's text has the user's decimal separator.
 std::ostream &put_token_element(std::ostream &out, char const *tag, MathNode &node, bool number);
 
 }  // namespace Tavi

@@ -60,6 +60,11 @@ public:
     // Forgets everything of the last document.
     void reset();
 
+    // The decimal separator that numbers are held with in memory: the user's unless set here. The
+    // format itself always has a point.
+    wchar number_separator() const { return separator_; }
+    void number_separator(wchar separator) { separator_ = separator; }
+
 private:
     // A string attribute of `math`: whether it was there (and not empty) and its value.
     struct OptionalText
@@ -74,9 +79,6 @@ private:
         }
     };
 
-    // The ids of the names; element and attribute names share one table.
-    enum NameId : int;
-
     // Writes the reason and throws.
     [[noreturn]] static void fail(char const *message);
     [[noreturn]] static void fail(char const *before, wstring const &name, char const *after);
@@ -85,7 +87,6 @@ private:
     static bool map_name(char const *nameSpace, char const *localName, int &nameSpaceId, int &nameId);
 
     MathNode *make_node(int name, std::vector<Xml::Attribute> &attributes);
-    MathNode *make_from_template(wchar const *templateName);
     MathNode *make_table(std::vector<Xml::Attribute> &attributes);
     void read_chr(std::vector<Xml::Attribute> &attributes);
     void read_math(std::vector<Xml::Attribute> &attributes);
@@ -105,6 +106,8 @@ private:
     bool has_read_only_ = false;
     bool read_only_ = false;
     bool in_token_ = false;
+    bool number_ = false;  // the open token is a number
+    wchar separator_;
     bool done_ = false;
 };
 

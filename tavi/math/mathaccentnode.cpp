@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "tavi/interchange/contentwriter.h"
+#include "tavi/kxt/xmltext.h"
 
 #include <memory>
 #include <string_view>
