@@ -370,10 +370,43 @@ def build_open_face(out_dir):
     finish(font, os.path.join(out_dir, "kmt-math-open-face.ttf"))
 
 
+# The text supplement: characters of the text class that Liberation Serif, the free "Times New
+# Roman", lacks. Qt tries the families substituted for "Times New Roman" in turn for a missing glyph,
+# so these come from here instead of whatever face the system would pick.
+TEXT_SUPPLEMENT = [
+    0x2035,  # reversed prime
+    0x205F,  # medium mathematical space (no ink)
+    0x2145,  # double-struck italic capital D
+    0x2146,  # double-struck italic small d
+    0x2147,  # double-struck italic small e
+    0x2148,  # double-struck italic small i
+    0x2423,  # open box
+]
+# Liberation Serif's line metrics, in thousandths of an em, so that the supplement measures like the
+# face it completes.
+TEXT_ASCENT = 891
+TEXT_DESCENT = 216
+
+
+def build_text_supplement(out_dir):
+    source = fontforge.open(LMMATH)
+    font = new_font("KMT Text Supplement", "KMTTextSupplement", TEXT_ASCENT, TEXT_DESCENT,
+                    "Glyphs from Latin Modern Math, "
+                    "Copyright 2012-2014 B. Jackowski, P. Strzelczyk and P. Pianowski (on behalf of TeX Users Groups), "
+                    "under the GUST Font License; rearranged by the Tavi font generator.")
+    for code in TEXT_SUPPLEMENT:
+        glyph = copy_glyph(source, source[code].glyphname, font, None, code)
+        glyph.glyphname = "uni%04X" % code
+    space = font.createChar(0x20, "space")
+    space.width = 250
+    finish(font, os.path.join(out_dir, "kmt-text-supplement.ttf"))
+
+
 def main():
     out_dir = sys.argv[1] if len(sys.argv) > 1 else os.path.dirname(os.path.abspath(__file__))
     build_ext(out_dir)
     build_open_face(out_dir)
+    build_text_supplement(out_dir)
 
 
 if __name__ == "__main__":

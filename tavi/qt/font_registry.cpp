@@ -15,18 +15,20 @@ namespace Tavi {
 namespace {
 
 // The families that formulas name by default and no free system ships, each with the free face
-// drawn in its place. "Symbol" needs the Adobe Symbol codes at the codes themselves: URW's face
-// has them there.
+// drawn in its place and, where that face lacks characters of its class, a supplement that Qt
+// tries next for a missing glyph. "Symbol" needs the Adobe Symbol codes at the codes themselves:
+// URW's face has them there.
 struct FreeFace
 {
     char const *family;
     char const *replacement;
+    char const *supplement;
 };
 
 constexpr FreeFace free_faces[] = {
-    //  family               replacement
-    {"Times New Roman",      "Liberation Serif"},
-    {"Symbol",               "Standard Symbols PS"},
+    //  family               replacement              supplement
+    {"Times New Roman",      "Liberation Serif",      "KMT Text Supplement"},
+    {"Symbol",               "Standard Symbols PS",   nullptr},
 };
 
 // The files registered so far, by canonical path, with the id the database gave each.
@@ -51,13 +53,19 @@ int substitute_free_faces()
     int added = 0;
     for (FreeFace const &face : free_faces) {
         QString const family = QString::fromLatin1(face.family);
-        QString const replacement = QString::fromLatin1(face.replacement);
-        if (QFontDatabase::hasFamily(family) || !QFontDatabase::hasFamily(replacement))
-            continue;
+        // A host that chose substitutes of its own keeps them.
         if (!QFont::substitutes(family).isEmpty())
             continue;
-        QFont::insertSubstitution(family, replacement);
-        ++added;
+        QStringList list;
+        QString const replacement = QString::fromLatin1(face.replacement);
+        if (!QFontDatabase::hasFamily(family) && QFontDatabase::hasFamily(replacement))
+            list << replacement;
+        if (face.supplement != nullptr && QFontDatabase::hasFamily(QString::fromLatin1(face.supplement)))
+            list << QString::fromLatin1(face.supplement);
+        if (list.isEmpty())
+            continue;
+        QFont::insertSubstitutions(family, list);
+        added += static_cast<int>(list.size());
     }
     return added;
 }

@@ -15,9 +15,11 @@ namespace Tavi {
 // QGuiApplication, and runs on its thread.
 int register_fonts(QString const &folder);
 
-// For each family that formulas name and free systems lack ("Times New Roman", "Symbol"): when Qt
-// knows no font of that name, has its free replacement, and has no substitute for it yet, the
-// replacement becomes its substitute. Answers how many substitutions were added.
+// For each family that formulas name and free systems lack ("Times New Roman", "Symbol"), unless it
+// has substitutes already: when Qt knows no font of that name and has its free replacement, the
+// replacement becomes its first substitute; a registered supplement ("KMT Text Supplement", the
+// characters of the text class that Liberation Serif lacks) comes next, where Qt looks for glyphs
+// the face is missing. Answers how many substitutes were added.
 int substitute_free_faces();
 
 // The free face that stands in for a family that formulas name, or an empty string when the

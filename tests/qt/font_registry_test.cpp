@@ -12,15 +12,16 @@ using namespace Tavi;
 
 TEST(FontRegistry, RegistersTheFontsOfAFolderOnce)
 {
-    // The test main registered the source tree's fonts already: the two files are held, and the
+    // The test main registered the source tree's fonts already: the three files are held, and the
     // database knows no more families after a second call than after the first.
     QString const folder = TAVI_SOURCE_DIR "/fonts";
     QStringList const before = QFontDatabase::families();
-    EXPECT_EQ(register_fonts(folder), 2);
-    EXPECT_EQ(register_fonts(folder), 2);
+    EXPECT_EQ(register_fonts(folder), 3);
+    EXPECT_EQ(register_fonts(folder), 3);
     EXPECT_EQ(QFontDatabase::families(), before);
     EXPECT_TRUE(QFontDatabase::hasFamily("KMT Math Ext"));
     EXPECT_TRUE(QFontDatabase::hasFamily("KMT Math Open Face"));
+    EXPECT_TRUE(QFontDatabase::hasFamily("KMT Text Supplement"));
 }
 
 TEST(FontRegistry, FoldersWithoutFontsGiveNothing)
@@ -49,6 +50,8 @@ TEST(FontRegistry, FreeFacesOfTheNamedFamilies)
     substitute_free_faces();
     EXPECT_EQ(QFontInfo(QFont("Times New Roman")).family(), "Liberation Serif");
     EXPECT_TRUE(QFontInfo(QFont("Symbol")).family().startsWith("Standard Symbols PS"));
+    // The supplement stands behind the text face, where Qt looks for the glyphs that face lacks.
+    EXPECT_TRUE(QFont::substitutes("Times New Roman").contains("kmt text supplement", Qt::CaseInsensitive));
     // Nothing is added twice: the substitutes stand already, or the system resolves the names.
     EXPECT_EQ(substitute_free_faces(), 0);
 }
