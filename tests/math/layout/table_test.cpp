@@ -1,0 +1,505 @@
+// Tests of tables: cells measured in text style, column widths and row heights kept in the table node,
+// the baseline at the middle row, alignment in columns, the width shared out among wrapped columns,
+// row, column and frame lines, moves through the grid, and entering a table template.
+//
+// All tests run at 144 dpi with the 240-twip text font of the recording canvas, so that:
+//   cs (column spacing) = 120 twips -> 120 * 144 / 1440 = 12,   rs (row spacing) = 60 twips -> 6,
+//   fontH = 8 + 2 = 10,   halfH = 5,   m = 10,
+//   thick pen 30 twips -> 3,   thin pen 10 twips -> 1.
+#include <gtest/gtest.h>
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "support/math_fixture.h"
+#include "tavi/math/layout/layoutidentnode.h"
+#include "tavi/math/layout/layouttable.h"
+#include "tavi/math/mathnode.h"
+#include "tavi/math/mathtablenode.h"
+#include "tavi/math/templates/templatetable.h"
+
+namespace {
+
+using namespace Tavi;
+using namespace TaviTest;
+
+// What a cell answers: its natural width W, ascent and descent. Given less room than W it breaks like
+// text made of words `step` wide: as many words as fit a line (at least one), and a line more of
+// descent (10) for every further line.
+struct Cell
+{
+    long w;
+    long a;
+    long d;
+    long step;
+};
+
+Cell cell(long w, long a, long d) { return Cell{w, a, d, w}; }
+Cell words(long w, long step) { return Cell{w, 8, 2, step}; }
+
+// A cell layout that shows the node child of the running child index with the measures of the test,
+// and notes what it sees.
+class CellProbe : public MathLayout
+{
+public:
+    explicit CellProbe(std::vector<Cell> cells) : cells_(std::move(cells)) {}
+
+    BoxTree *request(GlyphContext &glyph_context, BoxTree const &constraint) override
+    {
+        MathNodeContext &context = math_context(glyph_context);
+        text_style = text_style && !context.displaystyle();
+        Cell const &c = cells_.at(static_cast<std::size_t>(context.child_index()));
+        long width = c.w;
+        if (constraint.width() < c.w)
+            width = std::max(c.step, constraint.width() / c.step * c.step);
+        long const lines = (c.w + width - 1) / width;
+        return new BoxTreeLeaf(width, c.a, c.d + 10 * (lines - 1));
+    }
+    void draw(GlyphContext &glyph_context, AllocationTree const &allocation) override
+    {
+        MathNodeContext &context = math_context(glyph_context);
+        drawn.push_back(std::to_string(context.child_index()) + "@" + std::to_string(allocation.point().x) + "," +
+                        std::to_string(allocation.point().y) + (context.displaystyle() ? "D" : ""));
+    }
+    bool has_child_node(MathNodeContext &, long) override { return true; }
+    bool pick(long index, MathSelection *, MathNodeContext &context, AllocationTree const &, Point) override
+    {
+        picked.push_back(std::to_string(index) + (context.displaystyle() ? "D" : "T"));
+        return true;
+    }
+
+    bool text_style = true;
+    std::vector<std::string> drawn;
+    std::vector<std::string> picked;
+
+private:
+    std::vector<Cell> cells_;
+};
+
+// A table node of rows x cols on a template whose layout is the table under test, with one identifier
+// child per cell of the test (maybe fewer than the grid), and a context at 144 dpi.
+struct TableFixture
+{
+    TableFixture(LayoutTable *layout, std::size_t rows, std::size_t cols, std::vector<Cell> const &cells)
+        : f(math_settings(), Extent(144, 144)), probe(new CellProbe(cells)), table_layout(layout),
+          idents(layout_template(new LayoutIdentNode)), tables(layout_template(layout)),
+          table(new MathTableNode(tables.get(), rows, cols))
+    {
+        layout->append(probe);
+        for (std::size_t i = 0; i < cells.size(); ++i)
+            table->append(ident_node(idents.get(), u"x"));
+    }
+    BoxTree *request(BoxTree const &constraint = BoxTree::unconstrained)
+    {
+        return request_as(f.context, table.get(), table_layout, constraint);
+    }
+    std::vector<long> col_widths()
+    {
+        std::vector<long> out;
+        for (std::size_t c = 0; c < table->n_cols(); ++c)
+            out.push_back(table->col_width(f.context, c));
+        return out;
+    }
+    std::vector<long> row_descents()
+    {
+        std::vector<long> out;
+        for (std::size_t r = 0; r < table->n_rows(); ++r)
+            out.push_back(table->row_descent(f.context, r));
+        return out;
+    }
+
+    MathFixture f;
+    CellProbe *probe;
+    LayoutTable *table_layout;
+    Held<MathTemplate> idents;
+    Held<MathTemplate> tables;
+    Held<MathTableNode> table;
+};
+
+LayoutTable *plain_table(wchar const *align = nullptr, long first = 0, std::size_t rows = 0, std::size_t cols = 0)
+{
+    return new LayoutTable(first, -1, rows, cols, nullptr, nullptr, nullptr, align, false);
+}
+
+// Offsets of the cells, (-1, -1) for a cell the node does not have.
+std::vector<Point> offsets(BoxTree const *box)
+{
+    std::vector<Point> out;
+    for (long k = 0; k < box->count(); ++k)
+        out.push_back(box->child(k) != nullptr ? box->child(k)->offset() : Point(-1, -1));
+    return out;
+}
+
+std::vector<Cell> const two_by_two{cell(20, 8, 2), cell(30, 8, 2), cell(40, 8, 2), cell(10, 8, 2)};
+
+TEST(LayoutTable, GridGeometry)
+{
+    struct Case
+    {
+        char const *name;
+        std::size_t rows;
+        std::size_t cols;
+        std::vector<Cell> cells;
+        wchar const *align;
+        Box box;
+        std::vector<Point> cells_at;
+        std::vector<long> widths;
+    };
+    Point const none(-1, -1);
+    Case const cases[] = {
+        // colW 40, 30; rows 8 + 2 = 10 each, not tall (10 is not above fontH). height = 20 + rs 6 = 26,
+        // above 2 fontH = 20, so the margin is cs / 2 = 6. Baseline: row 0 gives 8; row 1 starts at
+        // y = 10 + rs 6 + halfH 5 = 21 and gives (8 + 21 + 8) / 2 = 18; descent 26 - 18 = 8. width =
+        // 70 + 12 + 6 = 88. Row 0 at y = -18 + 8 = -10, row 1 at -18 + 21 + 8 = 11; columns from x = 6
+        // and 6 + 40 + 12 = 58; centred: (40 - 20) / 2 + 6 = 16, 58, 6, (30 - 10) / 2 + 58 = 68.
+        {"2x2 centred", 2, 2, two_by_two, nullptr, Box(88, 18, 8), {{16, -10}, {58, -10}, {6, 11}, {68, 11}}, {40, 30}},
+        // "l" then "r": 6, 58 + 30 - 30 = 58, 6, 58 + 30 - 10 = 78.
+        {"left, right", 2, 2, two_by_two, u"lr", Box(88, 18, 8), {{6, -10}, {58, -10}, {6, 11}, {78, 11}}, {40, 30}},
+        // "l" repeats for column 1.
+        {"left repeats", 2, 2, two_by_two, u"l", Box(88, 18, 8), {{6, -10}, {58, -10}, {6, 11}, {58, 11}}, {40, 30}},
+        // "r" for column 0 (40 - 20 + 6 = 26, 6), any other character centres column 1.
+        {"right, other", 2, 2, two_by_two, u"rx", Box(88, 18, 8), {{26, -10}, {58, -10}, {6, 11}, {68, 11}}, {40, 30}},
+        // Three children of four cells: the sizes are those of the full grid, the last cell is empty.
+        {"fewer children", 2, 2, {cell(20, 8, 2), cell(30, 8, 2), cell(40, 8, 2)}, nullptr, Box(88, 18, 8),
+         {{16, -10}, {58, -10}, {6, 11}, none}, {40, 30}},
+        // Rows 10, 18 (tall), 10: height = 38 + 2 rs + 2 halfH = 60, margin 6. Middle row 1 starts at
+        // y = 10 + 11 = 21: ascent 12 + 21 = 33, descent 27. Rows at -33 + 8 = -25, -33 + 21 + 12 = 0,
+        // and -33 + 21 + 18 + 11 + 8 = 25.
+        {"odd rows, tall middle", 3, 1, {cell(10, 8, 2), cell(10, 12, 6), cell(10, 8, 2)}, nullptr, Box(16, 33, 27),
+         {{6, -25}, {6, 0}, {6, 25}}, {10}},
+        // Row 0 is 11 high, tall: height = 21 + rs 6 + halfH 5 = 32. Ascent (8 + 22 + 8) / 2 = 19,
+        // descent 13. Rows at -19 + 8 = -11 and -19 + 11 + 11 + 8 = 11.
+        {"tall by one", 2, 1, {cell(10, 8, 3), cell(10, 8, 2)}, nullptr, Box(16, 19, 13), {{6, -11}, {6, 11}}, {10}},
+        // Exactly fontH high: not tall, height = 20 + 6 = 26, ascent (8 + 21 + 8) / 2 = 18.
+        {"not tall at fontH", 2, 1, {cell(10, 8, 2), cell(10, 8, 2)}, nullptr, Box(16, 18, 8), {{6, -10}, {6, 11}}, {10}},
+        // Four rows of 10: height = 40 + 3 rs = 58. Row 1 starts at 21 (ascent 29), row 2 at 42: ascent
+        // (8 + 42 + 29) / 2 = 39, midway between the baselines 29 and 50. Rows at -31, -10, 11, 32.
+        {"even rows", 4, 1, {cell(10, 8, 2), cell(10, 8, 2), cell(10, 8, 2), cell(10, 8, 2)}, nullptr, Box(16, 39, 19),
+         {{6, -31}, {6, -10}, {6, 11}, {6, 32}}, {10}},
+        // One row: its ascent 9 and descent 3; height 12 is not above 20, so the margin is cs = 12:
+        // width 40 + 2 cs + 12 = 76. Columns at 6, 6 + 10 + 12 = 28, 28 + 20 + 12 = 60.
+        {"one row", 1, 3, {cell(10, 8, 2), cell(20, 5, 1), cell(10, 9, 3)}, nullptr, Box(76, 9, 3),
+         {{6, 0}, {28, 0}, {60, 0}}, {10, 20, 10}},
+        // Height 2 is below halfH 5: height 5, ascent fontH / 4 = 2, descent 3; the cell at -2 + 1.
+        {"lower than halfH", 1, 1, {cell(10, 1, 1)}, nullptr, Box(22, 2, 3), {{6, -1}}, {10}},
+        // Height 20 is not above 2 fontH: margin cs, width 10 + 12. Height 21 is: margin 6.
+        {"margin at 2 fontH", 1, 1, {cell(10, 12, 8)}, nullptr, Box(22, 12, 8), {{6, 0}}, {10}},
+        {"margin past 2 fontH", 1, 1, {cell(10, 12, 9)}, nullptr, Box(16, 12, 9), {{6, 0}}, {10}},
+    };
+    for (Case const &c : cases) {
+        SCOPED_TRACE(c.name);
+        TableFixture x(plain_table(c.align), c.rows, c.cols, c.cells);
+        x.f.context.child_index(42);
+        std::unique_ptr<BoxTree> box(x.request());
+        EXPECT_EQ(c.box, box->box());
+        EXPECT_EQ(c.cells_at, offsets(box.get()));
+        EXPECT_EQ(c.widths, x.col_widths());
+        for (std::size_t r = 0; r < c.rows; ++r) {
+            // The stored rows are the maxima of their cells.
+            long a = 0;
+            for (std::size_t k = r * c.cols; k < (r + 1) * c.cols && k < c.cells.size(); ++k)
+                a = std::max(a, c.cells[k].a);
+            EXPECT_EQ(a, x.table->row_ascent(x.f.context, r)) << r;
+        }
+        // Cells are measured in text style; the context comes back as it was.
+        EXPECT_TRUE(x.probe->text_style);
+        EXPECT_TRUE(x.f.context.displaystyle());
+        EXPECT_EQ(42, x.f.context.child_index());
+    }
+}
+
+TEST(LayoutTable, ShapeAndRange)
+{
+    struct Case
+    {
+        char const *name;
+        long first;
+        std::size_t layout_rows;
+        std::size_t layout_cols;
+        std::size_t node_rows;
+        int children;
+        Box box;
+        std::vector<Point> cells_at;
+    };
+    Case const cases[] = {
+        // The layout fixes 1 x 2: children 0 and 1 only, colW 20, 30, one row 10 high; margin cs:
+        // width 50 + 12 + 12 = 74. Columns at 6 and 6 + 20 + 12 = 38.
+        {"fixed shape", 0, 1, 2, 2, 4, Box(74, 8, 2), {{6, 0}, {38, 0}}},
+        // The range starts at child 1: cells show children 1, 2 and 3, the fourth cell none. colW 30,
+        // 40; the rows as in the 2 x 2 grid. Row 1: child 3 (10 wide) centred in 30: 10 + 6.
+        {"range from 1", 1, 0, 0, 2, 4, Box(88, 18, 8), {{6, -10}, {48, -10}, {16, 11}, {-1, -1}}},
+        // Nothing to show: no children, or a shape of 0 rows.
+        {"no children", 0, 0, 0, 2, 0, Box(0, 0, 0), {}},
+        {"no rows", 0, 0, 0, 0, 4, Box(0, 0, 0), {}},
+    };
+    for (Case const &c : cases) {
+        SCOPED_TRACE(c.name);
+        std::vector<Cell> cells(two_by_two.begin(), two_by_two.begin() + c.children);
+        TableFixture x(plain_table(nullptr, c.first, c.layout_rows, c.layout_cols), c.node_rows, 2, cells);
+        std::unique_ptr<BoxTree> box(x.request());
+        EXPECT_EQ(c.box, box->box());
+        EXPECT_EQ(c.cells_at, offsets(box.get()));
+        if (c.layout_rows != 0) {
+            EXPECT_EQ(c.layout_rows, x.table->n_rows());
+        }
+    }
+}
+
+TEST(LayoutTable, WrappingSharesTheWidth)
+{
+    struct Case
+    {
+        char const *name;
+        std::size_t rows;
+        std::size_t cols;
+        std::vector<Cell> cells;
+        long constraint;
+        bool wrapchildren;
+        bool wrap_lines;
+        std::vector<long> widths;
+        std::vector<long> descents;
+        Box box;
+    };
+    std::vector<Cell> const four{words(20, 10), words(120, 16), words(80, 10), words(80, 10)};
+    Case const cases[] = {
+        // avail = 208 - 4 cs = 160, natural 300. Least widths at 2 m = 20: 20, 16, 20, 20 (sum 76);
+        // extra 84, demand 224. Fair share 160 / 4 = 40: column 0 (20) keeps its width and takes
+        // nothing from extra or demand (20 - 20). Shares: 16 + 104 * 84 / 224 = 55, 20 + 60 * 84 / 224
+        // = 42, 42. Final: column 1 in 55 is 48 wide (three words), leaving 7: 7 / 2 = 3 each to
+        // columns 2 and 3 (45). Column 2 in 45 is 40, leaving 5 to column 3 (50), which is 50.
+        // Lines: 120 / 48 -> 3, 80 / 40 -> 2, 80 / 50 -> 2: descent 2 + 20. One tall row: margin 6,
+        // width 158 + 36 + 6 = 200.
+        {"left-over goes right", 1, 4, four, 208, true, true, {20, 48, 40, 50}, {22}, Box(200, 8, 22)},
+        // Column 0 of natural 30 and least 20 keeps 30 and takes 10 from both: extra 84 - 10 = 74,
+        // demand 234 - 10 = 224. Shares 16 + 104 * 74 / 224 = 50, 20 + 60 * 74 / 224 = 39, 39. Column 1
+        // is 48 in 50: 2 / 2 = 1 each, 40 and 40, both used.
+        {"narrow column keeps its width", 1, 4, {words(30, 10), words(120, 16), words(80, 10), words(80, 10)}, 208,
+         true, true, {30, 48, 40, 40}, {22}, Box(200, 8, 22)},
+        // No room at all: avail is raised to 4 * 2 m = 80. Least sum 76, extra 4, demand 224, fair 20.
+        // Shares 20, 16 + 416 / 224 = 17, 20 + 240 / 224 = 21, 21. Column 1: 16 in 17, 1 / 2 = 0;
+        // column 2: 20 in 21, 1 / 1 to column 3 (22), which is 20. Lines 8, 4, 4: descent 2 + 70.
+        // width 76 + 36 + 6 = 118.
+        {"avail at least 2 m a column", 1, 4, four, 0, true, true, {20, 16, 20, 20}, {72}, Box(118, 8, 72)},
+        // Cells of column c are cell r * cols + c. avail = 104 - 24 = 80, natural 20 + 100. Least
+        // widths 20, 20; extra 40, demand 80; column 0 within 40 keeps 20; column 1 gets 20 + 80 * 40 /
+        // 80 = 60. Cell 1 in 60: 60 wide, 2 lines (descent 12); cell 3 is 60. Rows 8/12 (tall) and
+        // 8/2: height 30 + 6 + 5 = 41, ascent (8 + 31 + 8) / 2 = 23, descent 18; width 80 + 12 + 6.
+        {"two rows", 2, 2, {words(20, 10), words(100, 20), words(10, 10), words(60, 20)}, 104, true, true, {20, 60},
+         {12, 2}, Box(98, 23, 18)},
+        // No wrapping: the natural widths, one line of 10; margin cs: 300 + 36 + 12.
+        {"wrapchildren off", 1, 4, four, 208, false, true, {20, 120, 80, 80}, {2}, Box(348, 8, 2)},
+        {"wrap_lines off", 1, 4, four, 208, true, false, {20, 120, 80, 80}, {2}, Box(348, 8, 2)},
+        // avail 348 - 48 = 300 is not below natural 300.
+        {"fits exactly", 1, 4, four, 348, true, true, {20, 120, 80, 80}, {2}, Box(348, 8, 2)},
+    };
+    for (Case const &c : cases) {
+        SCOPED_TRACE(c.name);
+        TableFixture x(new LayoutTable(0, -1, 0, 0, nullptr, nullptr, nullptr, nullptr, c.wrapchildren), c.rows,
+                       c.cols, c.cells);
+        x.f.context.wrap_lines(c.wrap_lines);
+        BoxTreeLeaf constraint(c.constraint, 0x7fffffff, 0x7fffffff);
+        std::unique_ptr<BoxTree> box(x.request(constraint));
+        EXPECT_EQ(c.widths, x.col_widths());
+        EXPECT_EQ(c.descents, x.row_descents());
+        EXPECT_EQ(c.box, box->box());
+        // Each cell is as wide as its column or narrower, and centred in it.
+        long left = 6;
+        for (std::size_t col = 0; col < c.cols; ++col) {
+            BoxTree const *first = box->child(static_cast<long>(col));
+            ASSERT_NE(nullptr, first);
+            EXPECT_LE(first->width(), c.widths[col]);
+            EXPECT_EQ(left + (c.widths[col] - first->width()) / 2, first->xOffset()) << col;
+            left += c.widths[col] + 12;
+        }
+    }
+}
+
+TEST(LayoutTable, LinesAndPens)
+{
+    // The 2 x 2 grid drawn at (100, 50): box 88 wide, 18 up, 8 down, so left 100, right 188, top 32,
+    // bottom 58. Row 0's cells stand at y 40 with descent 2: its line is at rs / 2 + 40 + 2 = 45.
+    // The column gap is at 100 + 40 + cs = 152.
+    std::string const thick = "pen(3/#000000/solid,restart=1)";
+    std::string const thin = "pen(1/#000000/solid,restart=1)";
+    std::string const restore = "pen(0/#000000/solid,restart=1)";
+    std::string const row = "line(100,45,188,45)";
+    std::string const column = "line(152,32,152,58)";
+    std::string const top = "line(100,32,188,32)";
+    std::string const left = "line(100,32,100,58)";
+    std::string const bottom = "line(100,58,188,58)";
+    std::string const right = "line(188,32,188,58)";
+    struct Case
+    {
+        char const *name;
+        wchar const *rowlines;
+        wchar const *columnlines;
+        wchar const *framelines;
+        wchar const *node_rowlines;
+        wchar const *node_columnlines;
+        wchar const *node_framelines;
+        std::vector<std::string> calls;
+    };
+    Case const cases[] = {
+        {"no lines anywhere", nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, {}},
+        {"all n", u"n", u"nn", u"nnnn", nullptr, nullptr, nullptr, {}},
+        // "S" is thick, any other character thin; the frame goes top, left, bottom, right.
+        {"own lines", u"S", u"|", u"SxnS", nullptr, nullptr, nullptr,
+         {thick, row, thin, column, thick, top, thin, left, thick, right, restore}},
+        // The last frame character repeats for the positions past the end.
+        {"frame repeats", nullptr, nullptr, u"nS", nullptr, nullptr, nullptr,
+         {thick, left, thick, bottom, thick, right, restore}},
+        // With no strings of its own the layout draws the node's.
+        {"node lines", nullptr, nullptr, nullptr, u"x", u"S", u"x",
+         {thin, row, thick, column, thin, top, thin, left, thin, bottom, thin, right, restore}},
+        // The layout's own strings win over the node's, even when they draw nothing.
+        {"own over node", u"n", u"x", u"n", u"S", u"S", u"S", {thin, column, restore}},
+    };
+    for (Case const &c : cases) {
+        SCOPED_TRACE(c.name);
+        TableFixture x(new LayoutTable(0, -1, 0, 0, c.rowlines, c.columnlines, c.framelines, nullptr, false), 2, 2,
+                       two_by_two);
+        x.table->attribute(u"rowlines", c.node_rowlines);
+        x.table->attribute(u"columnlines", c.node_columnlines);
+        x.table->attribute(u"framelines", c.node_framelines);
+        std::unique_ptr<BoxTree> box(x.request());
+        x.f.canvas.clear();
+        x.f.context.child_index(7);
+        draw_as(x.f.context, x.table.get(), x.table_layout, AllocationTree(Point(100, 50), box.get()));
+        EXPECT_EQ(c.calls, x.f.canvas.calls());
+        // The cells at their offsets, in text style, each with its own child index.
+        std::vector<std::string> const drawn{"0@116,40", "1@158,40", "2@106,61", "3@168,61"};
+        EXPECT_EQ(drawn, x.probe->drawn);
+        EXPECT_TRUE(x.f.context.displaystyle());
+        EXPECT_EQ(7, x.f.context.child_index());
+    }
+}
+
+TEST(LayoutTable, RowLinesOfThreeRowsAndMissingCells)
+{
+    // Three rows as in "odd rows, tall middle", drawn at (0, 0): cells at y -25, 0, 25 with descents
+    // 2, 6, 2. Lines at 3 - 25 + 2 = -20 and 3 + 0 + 6 = 9, across the width 16. "S" then "x".
+    {
+        TableFixture x(new LayoutTable(0, -1, 0, 0, u"Sx", nullptr, nullptr, nullptr, false), 3, 1,
+                       {cell(10, 8, 2), cell(10, 12, 6), cell(10, 8, 2)});
+        std::unique_ptr<BoxTree> box(x.request());
+        x.f.canvas.clear();
+        draw_as(x.f.context, x.table.get(), x.table_layout, AllocationTree(Point(0, 0), box.get()));
+        std::vector<std::string> const calls{"pen(3/#000000/solid,restart=1)", "line(0,-20,16,-20)",
+                                             "pen(1/#000000/solid,restart=1)", "line(0,9,16,9)",
+                                             "pen(0/#000000/solid,restart=1)"};
+        EXPECT_EQ(calls, x.f.canvas.calls());
+    }
+    // Three children in a 2 x 2 grid: the empty cell is not drawn.
+    {
+        TableFixture x(plain_table(), 2, 2, {cell(20, 8, 2), cell(30, 8, 2), cell(40, 8, 2)});
+        std::unique_ptr<BoxTree> box(x.request());
+        draw_as(x.f.context, x.table.get(), x.table_layout, AllocationTree(Point(100, 50), box.get()));
+        std::vector<std::string> const drawn{"0@116,40", "1@158,40", "2@106,61"};
+        EXPECT_EQ(drawn, x.probe->drawn);
+    }
+}
+
+TEST(LayoutTable, PickAndNeighbours)
+{
+    TableFixture x(plain_table(), 2, 3, std::vector<Cell>(6, cell(10, 8, 2)));
+    std::unique_ptr<BoxTree> box(x.request());
+    AllocationTree const at(Point(0, 0), box.get());
+    x.f.context.math_node(x.table.get());
+    // In range: the cells are asked in text style and display style comes back; out of range: no one.
+    EXPECT_TRUE(x.table_layout->pick(4, nullptr, x.f.context, at, Point(1, 1)));
+    EXPECT_FALSE(x.table_layout->pick(6, nullptr, x.f.context, at, Point(1, 1)));
+    EXPECT_EQ(std::vector<std::string>{"4T"}, x.probe->picked);
+    EXPECT_TRUE(x.f.context.displaystyle());
+    EXPECT_EQ(nullptr, x.table_layout->allocate_selection(9, nullptr, 1, x.f.context, at));
+
+    struct Move
+    {
+        long from;
+        Input::Key key;
+        bool moves;
+        long to;
+    };
+    // Grid 2 x 3: 0 1 2 / 3 4 5.
+    Move const moves[] = {
+        {1, Input::key_right, true, 2}, {2, Input::key_right, false, 0}, {1, Input::key_down, true, 4},
+        {4, Input::key_up, true, 1},    {3, Input::key_left, false, 0},  {5, Input::key_down, false, 0},
+    };
+    for (Move const &m : moves) {
+        long to = -1;
+        EXPECT_EQ(m.moves, x.table_layout->get_neighbour_child(x.f.context, m.from, m.key, to)) << m.from;
+        if (m.moves) {
+            EXPECT_EQ(m.to, to) << m.from;
+        }
+    }
+}
+
+TEST(LayoutTable, StringsAndCellLayouts)
+{
+    Held<LayoutTable> t(new LayoutTable(0, -1, 2, 3, u"", u"S", nullptr, u"lr", true));
+    EXPECT_EQ(nullptr, t->row_lines());  // an empty string is kept as null
+    EXPECT_EQ(wstring(u"S"), wstring(t->col_lines()));
+    EXPECT_EQ(nullptr, t->frame_lines());
+    std::size_t rows = 0;
+    std::size_t cols = 0;
+    t->dimension(rows, cols);
+    EXPECT_EQ(2u, rows);
+    EXPECT_EQ(3u, cols);
+    EXPECT_EQ(t.get(), t->table());
+    EXPECT_EQ(nullptr, t->cell_layout(0));
+    CellProbe *a = new CellProbe({});
+    CellProbe *b = new CellProbe({});
+    t->append(a);
+    t->append(b);
+    // Column c uses child c, and the last child past the end.
+    EXPECT_EQ(a, t->cell_layout(0));
+    EXPECT_EQ(b, t->cell_layout(1));
+    EXPECT_EQ(b, t->cell_layout(5));
+}
+
+// Entering a table template: the shape comes from the layout, from the caller, or from the host (who
+// is not there in these tests, so asking fails).
+TEST(LayoutTable, EnteringATableTemplate)
+{
+    TemplateTable templates(nullptr);
+    struct Case
+    {
+        std::size_t layout_rows;
+        std::size_t layout_cols;
+        bool tabular;
+        std::size_t rows;
+        std::size_t cols;
+        std::size_t expected_rows;  // 0: no node
+        std::size_t expected_cols;
+    };
+    Case const cases[] = {
+        {2, 3, false, 0, 0, 2, 3},  {0, 3, false, 0, 0, 0, 0},  {0, 0, false, 0, 0, 0, 0},
+        {0, 0, true, 4, 5, 4, 5},   {2, 0, true, 4, 5, 2, 5},   {2, 3, true, 4, 5, 2, 3},
+        {0, 0, true, 0, 5, 0, 0},
+    };
+    for (Case const &c : cases) {
+        SCOPED_TRACE(std::to_string(c.layout_rows) + "x" + std::to_string(c.layout_cols) + (c.tabular ? " tab" : ""));
+        Held<MathTemplate> t(new MathTemplate(&templates, u"matrix", true, u"Matrix", TemplateAccelerator(), 0, true, 0,
+                                              false, false, false, 0, -1, MathTemplate::no_parens_priority));
+        t->layout(new LayoutTable(0, -1, c.layout_rows, c.layout_cols, nullptr, nullptr, nullptr, nullptr, false));
+        Held<MathNode> node(c.tabular ? t->create_tabular_edit_node(c.rows, c.cols) : t->create_edit_node());
+        if (c.expected_rows == 0) {
+            EXPECT_EQ(nullptr, node.get());
+            continue;
+        }
+        MathTableNode *table = dynamic_cast<MathTableNode *>(node.get());
+        ASSERT_NE(nullptr, table);
+        EXPECT_EQ(t.get(), table->templ());
+        EXPECT_EQ(c.expected_rows, table->n_rows());
+        EXPECT_EQ(c.expected_cols, table->n_cols());
+        ASSERT_EQ(static_cast<long>(c.expected_rows * c.expected_cols), table->count());
+        for (long i = 0; i < table->count(); ++i)
+            EXPECT_EQ(templates.get_dummy_template(), table->child(static_cast<int>(i))->templ()) << i;
+    }
+    // A template without a table layout has no tabular form.
+    Held<MathTemplate> plain(layout_template(new CellProbe({})));
+    EXPECT_EQ(nullptr, plain->create_tabular_edit_node(2, 2));
+}
+
+}  // namespace
