@@ -1,6 +1,7 @@
-// Drawing the formula on each output surface. Every target is measured first on a device of its own
-// kind and resolution, so that the page is made exactly as large as the formula plus a margin, and
-// then drawn for real with the formula moved into the margin.
+// Drawing the formula on each output surface. The Qt targets are measured first on an image of their
+// resolution, with room around the formula, so that the page covers its boxes and all its ink plus
+// a margin; the writers are measured by a writer of their kind. Then the formula is drawn for real,
+// moved into the margin.
 #include "tools/tavi-render/outputs.h"
 
 #include <QBuffer>
@@ -11,6 +12,7 @@
 #include <QSaveFile>
 #include <QSvgGenerator>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <sstream>
@@ -78,23 +80,87 @@ void set_resolution(QImage &image, int dpi)
     image.setDotsPerMeterY(dots_per_meter);
 }
 
+// The largest image drawn to find the ink, in pixels; past it the boxes alone make the page.
+long const max_probe_pixels = 40L * 1000 * 1000;
+
+// The formula drawn with room around it on an image of the resolution, to see where its ink really
+// goes: slanted letters, the index of a root and some layouts draw past their boxes.
+struct InkProbe
+{
+    InkProbe(RenderHost &host, int dpi)
+    {
+        QImage small(1, 1, QImage::Format_ARGB32_Premultiplied);
+        set_resolution(small, dpi);
+        extent = print_on<Qt_Canvas>(host, small, probe_page, Point(0, 0), true);
+        long const w = extent.right() - extent.left();
+        long const h = extent.bottom() - extent.top();
+        // Room of the formula's height and a quarter of its width, and half an inch, on each side.
+        pad = h + w / 4 + dpi / 2;
+        long const pw = w + 2 * pad;
+        long const ph = h + 2 * pad;
+        if (w < 0 || h < 0 || pw * ph > max_probe_pixels)
+            return;
+        image = QImage(static_cast<int>(pw), static_cast<int>(ph), QImage::Format_ARGB32_Premultiplied);
+        if (image.isNull())
+            return;
+        set_resolution(image, dpi);
+        image.fill(Qt::white);
+        origin = Point(pad - extent.left(), pad - extent.top());
+        print_on<Qt_Canvas>(host, image, Extension(0, 0, ph, pw), origin, true);
+        grow_to_ink();
+    }
+
+    // Widens the extent to the bounding box of every pixel that is not white.
+    void grow_to_ink()
+    {
+        QRgb const white = qRgba(255, 255, 255, 255);
+        int top = image.height(), left = image.width(), bottom = -1, right = -1;
+        for (int y = 0; y < image.height(); ++y) {
+            QRgb const *line = reinterpret_cast<QRgb const *>(image.constScanLine(y));
+            for (int x = 0; x < image.width(); ++x) {
+                if (line[x] == white)
+                    continue;
+                top = std::min(top, y);
+                bottom = std::max(bottom, y);
+                left = std::min(left, x);
+                right = std::max(right, x);
+            }
+        }
+        if (bottom < 0)
+            return;
+        extent.merge(Extension(top - origin.y, left - origin.x, bottom + 1 - origin.y, right + 1 - origin.x));
+    }
+
+    Extension extent;     // of the formula, in its own coordinates: boxes and ink together
+    long pad = 0;
+    Point origin;         // where the formula's (0, 0) stands on the image
+    QImage image;         // null when the formula was too large to draw for this
+};
+
 bool render_png(RenderHost &host, int dpi, QByteArray &out, std::string &error)
 {
-    QImage probe(1, 1, QImage::Format_ARGB32_Premultiplied);
-    set_resolution(probe, dpi);
-    Page const page(print_on<Qt_Canvas>(host, probe, probe_page, Point(0, 0), true), dpi);
+    InkProbe const probe(host, dpi);
+    Page const page(probe.extent, dpi);
     if (page.width > 30000 || page.height > 30000) {
         error = "the image would be larger than 30000 pixels: lower --dpi or --font-size";
         return false;
     }
-    QImage image(static_cast<int>(page.width), static_cast<int>(page.height), QImage::Format_ARGB32_Premultiplied);
-    if (image.isNull()) {
-        error = "no memory for an image of this size";
-        return false;
+    QImage image;
+    QRect const crop(static_cast<int>(probe.origin.x - page.offset.x), static_cast<int>(probe.origin.y - page.offset.y),
+                     static_cast<int>(page.width), static_cast<int>(page.height));
+    if (!probe.image.isNull() && probe.image.rect().contains(crop)) {
+        // The probe is the picture already: cut the page out of it.
+        image = probe.image.copy(crop);
+    } else {
+        image = QImage(static_cast<int>(page.width), static_cast<int>(page.height), QImage::Format_ARGB32_Premultiplied);
+        if (image.isNull()) {
+            error = "no memory for an image of this size";
+            return false;
+        }
+        image.fill(Qt::white);
+        print_on<Qt_Canvas>(host, image, page.extension(), page.offset, true);
     }
     set_resolution(image, dpi);
-    image.fill(Qt::white);
-    print_on<Qt_Canvas>(host, image, page.extension(), page.offset, true);
     QBuffer buffer(&out);
     buffer.open(QIODevice::WriteOnly);
     if (!image.save(&buffer, "PNG")) {
@@ -116,15 +182,8 @@ void setup_svg(QSvgGenerator &generator, QBuffer &buffer, long width, long heigh
 
 bool render_svg(RenderHost &host, QByteArray &out, std::string &)
 {
-    Extension measured;
-    {
-        QByteArray scratch;
-        QBuffer buffer(&scratch);
-        QSvgGenerator probe;
-        setup_svg(probe, buffer, 1, 1);
-        measured = print_on<Outline_Canvas>(host, probe, probe_page, Point(0, 0), false);
-    }
-    Page const page(measured, vector_dpi);
+    // An image of the generator's resolution measures as the generator does.
+    Page const page(InkProbe(host, vector_dpi).extent, vector_dpi);
     QBuffer buffer(&out);
     QSvgGenerator generator;
     setup_svg(generator, buffer, page.width, page.height);
@@ -144,16 +203,7 @@ void setup_pdf(QPdfWriter &writer, long width, long height)
 
 bool render_pdf(RenderHost &host, QByteArray &out, std::string &)
 {
-    Extension measured;
-    {
-        QByteArray scratch;
-        QBuffer buffer(&scratch);
-        buffer.open(QIODevice::WriteOnly);
-        QPdfWriter probe(&buffer);
-        setup_pdf(probe, vector_dpi, vector_dpi);
-        measured = print_on<Qt_Canvas>(host, probe, probe_page, Point(0, 0), false);
-    }
-    Page const page(measured, vector_dpi);
+    Page const page(InkProbe(host, vector_dpi).extent, vector_dpi);
     QBuffer buffer(&out);
     buffer.open(QIODevice::WriteOnly);
     QPdfWriter writer(&buffer);

@@ -1,0 +1,255 @@
+// tavi-render as a user meets it: bad documents and bad command lines (messages, exit status, and
+// no output file left behind), --help, the output format from the suffix or --format, and the
+// options that change the drawing: --font-size, --dpi, --width, and tables with lines in PNG, SVG
+// and PDF.
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+
+#include <string>
+#include <vector>
+
+#include "support/external_tools.h"
+#include "tools/render_tool.h"
+
+namespace {
+
+using namespace TaviTest;
+
+std::string const ns = "xmlns=\"http://www.tavi-math.org/xml/MathEditContent\"";
+
+std::string math(std::string const &body) { return "<math " + ns + ">" + body + "</math>"; }
+
+std::string read_all(std::string const &path)
+{
+    QFile f(QString::fromStdString(path));
+    if (!f.open(QIODevice::ReadOnly))
+        return std::string();
+    return f.readAll().toStdString();
+}
+
+void write_all(std::string const &path, std::string const &text) { ASSERT_TRUE(write_text_file(path, text)); }
+
+bool contains(std::string const &text, std::string const &part) { return text.find(part) != std::string::npos; }
+
+TEST(RenderCli, BadDocuments)
+{
+    struct Case
+    {
+        char const *name;
+        std::string document;
+        int exit_code;
+        char const *message;   // a part of what must reach standard error
+        bool output_written;   // reading went on, so that a formula was drawn
+    };
+    std::vector<Case> const cases = {
+        // Not XML at all: our message with the line and column expat stopped at.
+        {"malformed", "<math " + ns + "><plus><num>1</num>", 1, "tavi-render: <stdin>:1:", false},
+        // A name the format doesn't have: the reader says so and leaves the element out.
+        {"unknown element", math("<plus><foo/><num>1</num><num>2</num></plus>"), 0,
+         "unknown element or attribute 'foo'", true},
+        {"unknown character", math("<ident><chr nm=\"nosuchname\"/></ident>"), 1,
+         "Error in math: chr@nm 'nosuchname' unknown", false},
+        // An unknown template of expr is reported and stood in for by "missingTemplate".
+        {"unknown expr template", math("<expr tmp=\"nosuchtemplate\"><num>1</num><num>2</num></expr>"), 0,
+         "expr@tmp 'nosuchtemplate' unknown", true},
+        {"illegal chr", math("<plus><chr nm=\"alpha\"/></plus>"), 1, "Error in math: illegal <chr>", false},
+        {"no formula", math(""), 1, "tavi-render: <stdin>: no formula", false},
+    };
+    std::string const folder = fresh_folder("bad-documents");
+    for (Case const &c : cases) {
+        SCOPED_TRACE(c.name);
+        std::string const out = folder + "/out.png";
+        RenderRun const run = run_render({"-o", out}, c.document);
+        ASSERT_TRUE(run.started);
+        EXPECT_EQ(c.exit_code, run.exit_code) << run.errors;
+        EXPECT_TRUE(contains(run.errors, c.message)) << run.errors;
+        EXPECT_EQ(c.output_written, file_exists(out));
+        if (c.output_written) {
+            EXPECT_FALSE(read_png(out).isNull());
+        }
+        // Nothing half-written stays beside the target either.
+        QStringList const left = QDir(QString::fromStdString(folder)).entryList({"out*"}, QDir::Files | QDir::Hidden);
+        EXPECT_EQ(c.output_written ? 1 : 0, static_cast<int>(left.size())) << left.join(' ').toStdString();
+        if (c.output_written)
+            QFile::remove(QString::fromStdString(out));
+    }
+}
+
+TEST(RenderCli, AFailedRunLeavesAnExistingOutputAsItWas)
+{
+    std::string const folder = fresh_folder("kept-output");
+    std::string const out = folder + "/formula.svg";
+    write_all(out, "old");
+    RenderRun const run = run_render({"-o", out}, "<math " + ns + "><plus>");
+    EXPECT_EQ(1, run.exit_code);
+    EXPECT_EQ("old", read_all(out));
+    RenderRun const missing = run_render({folder + "/no-such-file.xml", "-o", out});
+    EXPECT_EQ(1, missing.exit_code);
+    EXPECT_TRUE(contains(missing.errors, "cannot open")) << missing.errors;
+    EXPECT_EQ("old", read_all(out));
+}
+
+TEST(RenderCli, BadCommandLines)
+{
+    struct Case
+    {
+        std::vector<std::string> arguments;
+        int exit_code;
+        char const *message;
+    };
+    std::vector<Case> const cases = {
+        {{"--format", "gif"}, 2, "unknown format 'gif'"},
+        {{"--width", "8parsecs"}, 2, "bad width '8parsecs'"},
+        {{"--width", "-3cm"}, 2, "bad width"},
+        {{"--font-size", "0"}, 2, "bad font size"},
+        {{"--dpi", "0"}, 2, "bad dpi"},
+        {{"--dpi", "7.5"}, 2, "bad dpi"},
+        {{"--dpi"}, 2, "option --dpi needs a value"},
+        {{"-o", "formula.gif"}, 2, "cannot tell the format"},
+        {{"--bogus"}, 2, "unknown option --bogus"},
+        {{"a.xml", "b.xml"}, 2, "more than one input"},
+        {{"--setup", "/nonexistent/mathsetup.xml"}, 1, "cannot open /nonexistent/mathsetup.xml"},
+    };
+    for (Case const &c : cases) {
+        SCOPED_TRACE(::testing::PrintToString(c.arguments));
+        RenderRun const run = run_render(c.arguments, math("<num>1</num>"));
+        ASSERT_TRUE(run.started);
+        EXPECT_EQ(c.exit_code, run.exit_code);
+        EXPECT_TRUE(contains(run.errors, c.message)) << run.errors;
+        EXPECT_TRUE(run.output.empty());
+    }
+}
+
+TEST(RenderCli, HelpNamesEveryOptionAndFormat)
+{
+    RenderRun const run = run_render({"--help"});
+    EXPECT_EQ(0, run.exit_code);
+    for (char const *part : {"Usage: tavi-render", "--output", "--format", "--setup", "--font-size", "--dpi",
+                             "--width", "png", "svg", "pdf", "eps", "svg-writer"})
+        EXPECT_TRUE(contains(run.output, part)) << part;
+}
+
+TEST(RenderCli, TheFormatComesFromTheSuffixOrFromFormat)
+{
+    struct Case
+    {
+        std::vector<std::string> arguments;   // the output's name is added
+        char const *file;
+        char const *starts_with;              // the first bytes of the format
+    };
+    std::vector<Case> const cases = {
+        {{}, "f.png", "\x89PNG"},
+        {{}, "f.PDF", "%PDF-"},
+        {{}, "f.eps", "%!PS-Adobe"},
+        {{}, "f.svg", "<?xml"},
+        {{"--format", "png"}, "f.svg", "\x89PNG"},
+        {{"--format", "svg-writer"}, "f.out", "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg version=\"1.1\" baseProfile=\"tiny\""},
+        {{"--format=pdf"}, "g.out", "%PDF-"},
+    };
+    std::string const folder = fresh_folder("formats");
+    for (Case const &c : cases) {
+        SCOPED_TRACE(c.file);
+        std::vector<std::string> args = c.arguments;
+        args.push_back("-o");
+        args.push_back(folder + "/" + c.file);
+        RenderRun const run = run_render(args, math("<num>1</num>"));
+        EXPECT_EQ(0, run.exit_code) << run.errors;
+        EXPECT_EQ(0u, read_all(folder + "/" + c.file).rfind(c.starts_with, 0));
+    }
+    // With no output file the SVG goes to standard output.
+    RenderRun const out = run_render({}, math("<num>1</num>"));
+    EXPECT_EQ(0, out.exit_code);
+    EXPECT_TRUE(contains(out.output, "<svg")) << out.output.substr(0, 200);
+}
+
+// The width of the formula's ink box in a PNG of the document, and its height.
+QSize png_size(std::vector<std::string> args, std::string const &document, std::string const &path)
+{
+    args.push_back("-o");
+    args.push_back(path);
+    RenderRun const run = run_render(args, document);
+    EXPECT_EQ(0, run.exit_code) << run.errors;
+    return read_png(path).size();
+}
+
+TEST(RenderCli, FontSizeAndDpiScaleThePicture)
+{
+    std::string const folder = fresh_folder("scale");
+    std::string const doc = math("<plus><ident>x</ident><num>12345</num></plus>");
+    // The margin is 2 pt on each side: 3 pixels at 96 dpi (2 * 96 / 72 = 2.67, rounded), 5 at 192.
+    QSize const base = png_size({"--dpi", "96"}, doc, folder + "/base.png");
+    QSize const big = png_size({"--dpi", "96", "--font-size", "24"}, doc, folder + "/big.png");
+    QSize const fine = png_size({"--dpi", "192"}, doc, folder + "/fine.png");
+    double const w = base.width() - 6;
+    EXPECT_NEAR(2.0, (big.width() - 6) / w, 0.15);
+    EXPECT_NEAR(2.0, (fine.width() - 10) / w, 0.15);
+    EXPECT_NEAR(2.0, (big.height() - 6.0) / (base.height() - 6.0), 0.2);
+}
+
+TEST(RenderCli, WidthBreaksALongSumIntoATallNarrowPicture)
+{
+    std::string body;
+    for (char c = 'a'; c <= 'z'; ++c)
+        body += std::string("<ident>") + c + "</ident>";
+    std::string const doc = math("<plus>" + body + "</plus>");
+    std::string const folder = fresh_folder("width");
+    QSize const line = png_size({"--dpi", "96"}, doc, folder + "/line.png");
+    QSize const narrow = png_size({"--dpi", "96", "--width", "4cm"}, doc, folder + "/narrow.png");
+    // 4 cm is 4 / 2.54 * 96 = 151 pixels, plus 6 of margin.
+    ASSERT_GT(line.width(), 300) << "the sum must be far wider than the wrap width";
+    EXPECT_LE(narrow.width(), 151 + 6 + 2);
+    // 26 terms of about 20 pixels (a letter and a sign) in lines of 151: at least three lines.
+    EXPECT_GE(narrow.height(), 3 * (line.height() - 6));
+    // The same width given in points and in inches makes the same picture.
+    QSize const points = png_size({"--dpi", "96", "--width", "113.39pt"}, doc, folder + "/points.png");
+    EXPECT_EQ(narrow, points);
+}
+
+// Rows of the image in which more than half of the pixels are ink, and such columns.
+int long_rows(QImage const &image)
+{
+    int n = 0;
+    for (int y = 0; y < image.height(); ++y)
+        n += count_ink(image, 0, y, image.width(), y + 1) * 2 > image.width() ? 1 : 0;
+    return n;
+}
+int long_columns(QImage const &image)
+{
+    int n = 0;
+    for (int x = 0; x < image.width(); ++x)
+        n += count_ink(image, x, 0, x + 1, image.height()) * 2 > image.height() ? 1 : 0;
+    return n;
+}
+
+TEST(RenderCli, TableLinesAppearInPngSvgAndPdf)
+{
+    std::string cells;
+    for (int i = 1; i <= 9; ++i)
+        cells += "<num>" + std::to_string(i * 111) + "</num>";
+    // A 3 by 3 grid with thin lines between the rows and columns and a thick frame: four lines
+    // across (frame top, two between rows, frame bottom) and four down.
+    std::string const doc = math("<tab tmp=\"array\" rows=\"3\" cols=\"3\" rowl=\"s\" coll=\"s\" frl=\"S\">" + cells + "</tab>");
+    std::string const folder = fresh_folder("table-lines");
+    write_all(folder + "/table.xml", doc);
+    std::string error;
+    for (char const *suffix : {".png", ".svg", ".pdf"}) {
+        SCOPED_TRACE(suffix);
+        std::string const out = folder + "/table" + suffix;
+        RenderRun const run = run_render({folder + "/table.xml", "--dpi", "96", "-o", out});
+        ASSERT_EQ(0, run.exit_code) << run.errors;
+        std::string png = out;
+        if (std::string(suffix) == ".svg")
+            png = rasterise_svg(out, 96, error);
+        else if (std::string(suffix) == ".pdf")
+            png = rasterise_pdf(out, 96, error);
+        ASSERT_FALSE(png.empty()) << error;
+        QImage const image = read_png(png);
+        ASSERT_FALSE(image.isNull());
+        EXPECT_GE(long_rows(image), 4);
+        EXPECT_GE(long_columns(image), 4);
+    }
+}
+
+}  // namespace
