@@ -1,9 +1,7 @@
 // Message: the one way the library speaks to the user. With a view, the view's implementation shows
-// the message in its window; without one, the process-wide message hook does. A host installs the
-// hook that fits it (a dialog box, a status line); the default writes to the standard error stream.
+// the message in its window; without one, the process's hosting frame does (HostingFrame::message),
+// which by default writes to the standard error stream.
 #pragma once
-
-#include <functional>
 
 #include "tavi/kxt/wchar.h"
 
@@ -17,16 +15,12 @@ enum MessageType : int {
     message_warning = 1,
 };
 
-using MessageHook = std::function<void(wchar const *text, wchar const *caption, MessageType type)>;
-
-// Shows the message through the hook. A null caption becomes "Error"; a null text is taken as empty.
+// Shows the message through the hosting frame. A null caption becomes "Error"; a null text is taken
+// as empty.
 void Message(wchar const *text, wchar const *caption, MessageType type);
 
 // Shows the message in the view's window (ViewImp::show_message); a null view, or a view that has
-// no implementation yet, goes through the hook as above.
+// no implementation yet, goes through the hosting frame as above.
 void Message(View *view, wchar const *text, wchar const *caption, MessageType type);
-
-// Installs the hook and returns the one it replaces. An empty hook puts the default back.
-MessageHook message_hook(MessageHook hook);
 
 }  // namespace Tavi

@@ -1,4 +1,4 @@
-// Tests of Scene, the windowless implementations, Message, and GlyphScene with GlyphView: the
+// Tests of Scene, the windowless implementations, and GlyphScene with GlyphView: the
 // bring-up order, drawing (scene and selection extensions), selection by point at the next draw,
 // the pending scroll to the selection, and the reaction to change hints.
 #include <gtest/gtest.h>
@@ -115,49 +115,6 @@ TEST(Scene, RenderSceneImpHasOneViewForAnyIndexOnceSet)
     imp.view(&watched);
     imp.damage_all();
     EXPECT_EQ(watched.damaged_all, 0);
-}
-
-TEST(Message, HookGetsTextCaptionAndTypeWithErrorAsDefaultCaption)
-{
-    std::vector<std::string> seen;
-    MessageHook old = message_hook([&seen](wchar const *text, wchar const *caption, MessageType type) {
-        seen.push_back(Kxt::to_string(caption) + "|" + Kxt::to_string(text) + "|" + std::to_string(type));
-    });
-    Message(u"disk full", u"Save", message_warning);
-    Message(u"done", nullptr, message_information);
-    Message(nullptr, nullptr, static_cast<MessageType>(7));
-    // A render view hands its messages to the same hook.
-    RenderViewImp render;
-    render.show_message(u"from render", u"R", message_warning);
-    // A view without an implementation, or no view at all, goes to the hook too.
-    View bare;
-    Message(&bare, u"bare", nullptr, message_information);
-    Message(static_cast<View *>(nullptr), u"none", u"N", message_warning);
-    // A view with an implementation shows it in its window, with the same default caption.
-    FakeViewImp imp;
-    View view;
-    view.implementation(&imp);
-    Message(&view, u"windowed", nullptr, message_warning);
-    message_hook(old);
-
-    EXPECT_EQ(seen, (std::vector<std::string>{"Save|disk full|1", "Error|done|0", "Error||7", "R|from render|1",
-                                              "Error|bare|0", "N|none|1"}));
-    EXPECT_EQ(imp.messages, (std::vector<std::string>{"Error|windowed|1"}));
-}
-
-TEST(Message, EmptyHookPutsTheDefaultBack)
-{
-    int calls = 0;
-    message_hook([&calls](wchar const *, wchar const *, MessageType) { ++calls; });
-    MessageHook mine = message_hook(MessageHook());
-    ASSERT_TRUE(static_cast<bool>(mine));
-    mine(u"x", u"y", message_information);
-    EXPECT_EQ(calls, 1);
-    // The default is in place again: it writes to the error stream, and the old hook is not called.
-    testing::internal::CaptureStderr();
-    Message(u"x", u"y", message_warning);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "warning: y: x\n");
-    EXPECT_EQ(calls, 1);
 }
 
 // The host's order: scene, its implementation, view, its implementation, final_construct.
