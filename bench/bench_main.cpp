@@ -1,0 +1,58 @@
+// The benchmark program: Qt brought up without a display, the fonts and the setup loaded, and the
+// benchmarks registered here, one per example and step, and one family per step over polynomials
+// of 10 to 10,000 terms with the growth of time fitted by benchmark's complexity report.
+#include <QGuiApplication>
+
+#include <cstdlib>
+
+#include "formula_bench.h"
+#include "tools/tavi-render/resources.h"
+
+namespace {
+
+void register_benchmarks()
+{
+    using namespace TaviBench;
+    for (Formula const &f : examples()) {
+        std::string const text = f.text;
+        benchmark::RegisterBenchmark(("read/" + f.name).c_str(), [text](benchmark::State &s) { read(s, text); });
+        benchmark::RegisterBenchmark(("typeset/" + f.name).c_str(),
+                                     [text](benchmark::State &s) { typeset(s, text, 0.0); });
+        benchmark::RegisterBenchmark(("write_svg/" + f.name).c_str(), [text](benchmark::State &s) { write_svg(s, text); });
+    }
+    struct Family
+    {
+        char const *name;
+        void (*run)(benchmark::State &);
+    };
+    Family const families[] = {
+        {"read/polynomial", read_polynomial},
+        {"typeset/polynomial", typeset_polynomial},
+        {"wrap/polynomial", wrap_polynomial},
+        {"write_svg/polynomial", write_svg_polynomial},
+    };
+    for (Family const &family : families)
+        benchmark::RegisterBenchmark(family.name, family.run)
+            ->RangeMultiplier(10)
+            ->Range(10, 10000)
+            ->Unit(benchmark::kMicrosecond)
+            ->Complexity();
+}
+
+}  // namespace
+
+int main(int argc, char **argv)
+{
+    setenv("QT_QPA_PLATFORM", "offscreen", 0);
+    QGuiApplication app(argc, argv);
+    TaviRender::register_formula_fonts();
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    if (!TaviBench::load_setup())
+        return 1;
+    register_benchmarks();
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
