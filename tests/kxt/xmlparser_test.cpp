@@ -21,14 +21,7 @@ struct Name {
     char const *text;
     int id;
 };
-Name const names[] = {
-    {"math", 1},
-    {"ident", 2},
-    {"num", 3},
-    {"skip", 4},
-    {"ipop", 5},
-    {"readonly", 6},
-};
+Name const names[] = {{"math", 1}, {"ident", 2}, {"num", 3}, {"skip", 4}, {"ipop", 5}, {"readonly", 6}};
 
 // Writes every event as a line of text, joining the pieces of one run of character data.
 // Each open element holds a heap block that only endElement or cleanup give back, so a
@@ -167,7 +160,7 @@ TEST(XmlParser, SameEventsWhateverThePieces)
 {
     // 1 splits every multi-byte character and every reference; the odd sizes split them
     // at different places.
-    std::vector<std::size_t> const sizes = {document.size(), 1, 2, 3, 5, 7, 13, 64, 0};
+    std::vector<std::size_t> const sizes = {document.size(), 1, 2, 3, 7, 0};
     Recorder recorder;
     Kxt::Xml::Parser parser(&recorder, true, nullptr);
     for (std::size_t size : sizes) {
