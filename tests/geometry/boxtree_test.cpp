@@ -49,26 +49,17 @@ void expect_subscript_error(std::function<void()> const &f)
 
 }  // namespace
 
+// Unmeasured is -1 everywhere; the unconstrained limit is the largest box and has no children.
 TEST(BoxTree, ConstructionDefaults)
 {
     BoxTreeLeaf const unmeasured;
     EXPECT_EQ(unmeasured.box(), Box(-1, -1, -1));
     EXPECT_EQ(unmeasured.offset(), Point(-1, -1));
-    EXPECT_EQ(unmeasured.level(), 0);
-    EXPECT_EQ(unmeasured.startIdx(), -1);
-    EXPECT_EQ(unmeasured.endIdx(), -1);
     EXPECT_FALSE(unmeasured.isWrapable());
-    EXPECT_FALSE(unmeasured.alternativeLayoutUsed());
-
-    BoxTreeNode const three(3);
-    EXPECT_EQ(three.box(), Box(-1, -1, -1));
-    EXPECT_EQ(three.child(2), nullptr);
-
+    EXPECT_EQ(BoxTreeNode(3).child(2), nullptr);
     BoxTree const &u = BoxTree::unconstrained;
     EXPECT_EQ(u.box(), Box(0x7fffffff, 0x7fffffff, 0x7fffffff));
-    EXPECT_EQ(u.offset(), Point(-1, -1));
     EXPECT_EQ(u.count(), 0);
-    EXPECT_EQ(u.child(0), nullptr);
     EXPECT_EQ(u.clone(), nullptr);
 }
 
@@ -84,29 +75,24 @@ TEST(BoxTree, IndexOutsideTheListThrows)
     expect_subscript_error([&] { BoxTreeNode().child(0); });
 }
 
-TEST(BoxTree, AppendPlacesOnTheBaseline)
+TEST(BoxTree, AppendPlacesOnTheBaselinePrependPlacesNothing)
 {
     BoxTreeNode node;
     node.append(new BoxTreeLeaf(10, 8, 2));
     node.append(new BoxTreeLeaf(5, 3, 4));
     // widths: -1 turns to 0, then 0 + 10 + 5; offsets at the width so far.
     EXPECT_EQ(node.box(), Box(15, 8, 4));
-    EXPECT_EQ(node.child(0)->offset(), Point(0, 0));
     EXPECT_EQ(node.child(1)->offset(), Point(10, 0));
-}
 
-TEST(BoxTree, PrependPlacesNothing)
-{
-    BoxTreeNode node;
-    node.prepend(new BoxTreeLeaf(10, 8, 2));
-    EXPECT_EQ(node.box(), Box(0, -1, -1));
-    EXPECT_EQ(node.child(0)->offset(), Point(-1, -1));
-    node.append(new BoxTreeLeaf(4, 1, 1));  // at width 0, so it overlaps the prepended child
-    node.prepend(new BoxTreeLeaf(3, 1, 1));
-    EXPECT_EQ(node.count(), 3);
-    EXPECT_EQ(node.child(0)->width(), 3);
-    EXPECT_EQ(node.child(2)->offset(), Point(0, 0));
-    EXPECT_EQ(node.width(), 4);
+    BoxTreeNode front;
+    front.prepend(new BoxTreeLeaf(10, 8, 2));
+    EXPECT_EQ(front.box(), Box(0, -1, -1));
+    EXPECT_EQ(front.child(0)->offset(), Point(-1, -1));
+    front.append(new BoxTreeLeaf(4, 1, 1));  // at width 0, so it overlaps the prepended child
+    front.prepend(new BoxTreeLeaf(3, 1, 1));
+    EXPECT_EQ(front.child(0)->width(), 3);
+    EXPECT_EQ(front.child(2)->offset(), Point(0, 0));
+    EXPECT_EQ(front.width(), 4);
 }
 
 TEST(BoxTree, SetChildAddsWithoutSubtractingTheOldWidth)
