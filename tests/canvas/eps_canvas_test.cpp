@@ -166,49 +166,41 @@ TEST(EpsCanvas, HeaderPrologAndFooterOfAnEmptyDrawing)
     EXPECT_TRUE(canvas.measure.calls().empty());
 }
 
-TEST(EpsCanvas, BoundingBoxOrderAndRounding)
+// The header of a drawing over the extension, with the gauge set to the font first.
+TEST(EpsCanvas, HeaderBoundingBoxAndMatchedFont)
 {
     struct Case
     {
         Extension extension;  // top, left, bottom, right
-        char const *box;      // left, top, right, bottom
+        Font font;
+        char const *box;   // left, top, right, bottom
+        char const *tail;  // from the line cap on
     } const cases[] = {
-        {Extension(0, 0, 300, 200), "%%BoundingBox: 0 0 10 15\n"},
         // -30 / 20 = -1.5 -> -1; -50 / 20 = -2.5 -> -2; -14 / 20 = -0.7 -> -1; -10 / 20 = -0.5 -> 0.
-        {Extension(-50, -30, -10, -14), "%%BoundingBox: -1 -2 -1 0\n"},
+        // "serif" bold, 200 twips, becomes "Times New Roman" bold: TiB.
+        {Extension(-50, -30, -10, -14), Font(u"serif", 200, true, false), "%%BoundingBox: -1 -2 -1 0\n",
+         "1 setlinecap\n1 setlinewidth\n/TiB 200 F\n"},
+        // A font with no PostScript family writes no font line.
+        {Extension(0, 0, 100, 100), Font(u"none", 200, false, false), "%%BoundingBox: 0 0 5 5\n",
+         "1 setlinecap\n1 setlinewidth\n"},
     };
     for (Case const &c : cases) {
         std::ostringstream out;
         TestEPSCanvas canvas(out, c.extension);
-        canvas.put_header(nullptr);
-        std::string const text = out.str();
-        EXPECT_EQ(text.substr(0, text.find("%%CreationDate")), std::string("%!PS-Adobe-2.0 EPSF-2.0\n") + c.box);
-    }
-}
-
-TEST(EpsCanvas, HeaderSelectsTheMatchedFont)
-{
-    {
-        // "serif" bold, 200 twips, becomes "Times New Roman" bold: the gauge measures that, in
-        // Unicode and upright, and the file selects TiB.
-        std::ostringstream out;
-        TestEPSCanvas canvas(out, Extension(0, 0, 100, 100));
-        canvas.measure.font(Font(u"serif", 200, true, false), Gauge::cs_ansi, 30);
+        canvas.measure.font(c.font, Gauge::cs_ansi, 30);
         canvas.measure.clear();
         canvas.put_header(nullptr);
         std::string const text = out.str();
-        EXPECT_EQ(text.substr(text.rfind("1 setlinecap")), "1 setlinecap\n1 setlinewidth\n/TiB 200 F\n");
-        EXPECT_THAT(canvas.measure.calls(), testing::ElementsAre("font(Times New Roman,200,1,0,cs=1,angle=0)"));
+        EXPECT_EQ(text.substr(0, text.find("%%CreationDate")), std::string("%!PS-Adobe-2.0 EPSF-2.0\n") + c.box);
+        EXPECT_EQ(text.substr(text.rfind("1 setlinecap")), c.tail);
     }
-    {
-        // A font with no PostScript family writes no font line.
-        std::ostringstream out;
-        TestEPSCanvas canvas(out, Extension(0, 0, 100, 100));
-        canvas.measure.font(Font(u"none", 200, false, false), Gauge::cs_unicode, 0);
-        canvas.put_header(nullptr);
-        std::string const text = out.str();
-        EXPECT_EQ(text.substr(text.rfind("1 setlinecap")), "1 setlinecap\n1 setlinewidth\n");
-    }
+    // The gauge measures the matched font, in Unicode and upright.
+    std::ostringstream out;
+    TestEPSCanvas canvas(out, Extension(0, 0, 100, 100));
+    canvas.measure.font(Font(u"serif", 200, true, false), Gauge::cs_ansi, 30);
+    canvas.measure.clear();
+    canvas.put_header(nullptr);
+    EXPECT_THAT(canvas.measure.calls(), testing::ElementsAre("font(Times New Roman,200,1,0,cs=1,angle=0)"));
 }
 
 TEST(EpsCanvas, ShapesPensColoursAndDashPhases)
@@ -450,8 +442,6 @@ TEST(EpsCanvas, ConstantAnswersAndForwarding)
     EXPECT_TRUE(c.damaged(Rect(-5, -5, -1, -1)) && c.really_damaged(Extension(9, 9, 9, 9)) && c.any_real_damage());
     EXPECT_EQ(c.char_set(), Gauge::cs_ansi);
     EXPECT_TRUE(c.text_box(u"ab", 2) == Box(20, 8, 2));
-    EXPECT_EQ(c.font_descent(), 2);
-    EXPECT_EQ(c.font_ex(), 5);
     // Fractional forms round: (0.5, -0.5) -> (1, 0), (1.5, -1.5) -> (2, -1).
     c.line_f(PointF(0.5, -0.5), PointF(1.5, -1.5));
     c.set_color(Color(0, 0, 0, 0));  // black in another alpha: nothing
