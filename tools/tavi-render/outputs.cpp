@@ -80,8 +80,8 @@ void set_resolution(QImage &image, int dpi)
     image.setDotsPerMeterY(dots_per_meter);
 }
 
-// The largest image drawn to find the ink, in pixels; past it the boxes alone make the page.
-long const max_probe_pixels = 40L * 1000 * 1000;
+// The largest image drawn to find the ink, in pixels (64 MB); past it the boxes alone make the page.
+long const max_probe_pixels = 16L * 1000 * 1000;
 
 // The formula drawn with room around it on an image of the resolution, to see where its ink really
 // goes: slanted letters, the index of a root and some layouts draw past their boxes.
@@ -94,8 +94,9 @@ struct InkProbe
         extent = print_on<Qt_Canvas>(host, small, probe_page, Point(0, 0), true);
         long const w = extent.right() - extent.left();
         long const h = extent.bottom() - extent.top();
-        // Room of the formula's height and a quarter of its width, and half an inch, on each side.
-        pad = h + w / 4 + dpi / 2;
+        // Room of half the formula's height and a third of an inch on each side: ink strays past the
+        // boxes by a part of a line, not by more than the formula is high.
+        pad = h / 2 + dpi / 3;
         long const pw = w + 2 * pad;
         long const ph = h + 2 * pad;
         if (w < 0 || h < 0 || pw * ph > max_probe_pixels)
