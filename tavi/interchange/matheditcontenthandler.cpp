@@ -57,19 +57,49 @@ enum NameId : int {
     n_tmp = 28
 };
 
-// The names by id (the id is the index); names are few and short, so a walk finds them.
-char const *const names[] = {
-    nullptr, "alt",   "chr",     "coll", "cols",   "expr", "frl",      "iacc", "ident", "ipop",
-    "isub",  "isup",  "isubsup", "irow", "math",   "kxType", "nm",     "num",  "plh",   "plus",
-    "readonly", "rowl", "rows",  "sgn",  "str",    "style", "tex",     "tab",  "tmp",
-};
-constexpr int name_count = sizeof names / sizeof names[0];
-
-int name_id(char const *name)
+// The names and their ids; names are few and short, so a walk finds them.
+struct Name
 {
-    for (int id = 1; id < name_count; ++id)
-        if (std::strcmp(names[id], name) == 0)
-            return id;
+    NameId id;
+    char const *text;
+};
+
+Name const names[] = {
+    {n_alt, "alt"},
+    {n_chr, "chr"},
+    {n_coll, "coll"},
+    {n_cols, "cols"},
+    {n_expr, "expr"},
+    {n_frl, "frl"},
+    {n_iacc, "iacc"},
+    {n_ident, "ident"},
+    {n_ipop, "ipop"},
+    {n_isub, "isub"},
+    {n_isup, "isup"},
+    {n_isubsup, "isubsup"},
+    {n_irow, "irow"},
+    {n_math, "math"},
+    {n_kxType, "kxType"},
+    {n_nm, "nm"},
+    {n_num, "num"},
+    {n_plh, "plh"},
+    {n_plus, "plus"},
+    {n_readonly, "readonly"},
+    {n_rowl, "rowl"},
+    {n_rows, "rows"},
+    {n_sgn, "sgn"},
+    {n_str, "str"},
+    {n_style, "style"},
+    {n_tex, "tex"},
+    {n_tab, "tab"},
+    {n_tmp, "tmp"},
+};
+
+int name_id(char const *text)
+{
+    for (Name const &name : names)
+        if (std::strcmp(name.text, text) == 0)
+            return name.id;
     return 0;
 }
 
@@ -459,6 +489,9 @@ void MathEditContentHandler::cleanup()
     }
     in_token_ = false;
     number_ = false;
+    // What the broken document left half done must not reach the next one.
+    signs_.clear();
+    buffer_.clear();
     Xml::Handler::cleanup();
 }
 

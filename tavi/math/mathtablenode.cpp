@@ -1,16 +1,14 @@
 // MathTableNode: the grid's shape, its lines, the sizes of the last layout and the child range.
 #include "tavi/math/mathtablenode.h"
 
-#include <ostream>
-
-#include "tavi/interchange/contentwriter.h"
-#include "tavi/kxt/xmltext.h"
-
 #include <cerrno>
 #include <cstdlib>
+#include <ostream>
 #include <string>
 
 #include "tavi/geometry/boxtree.h"
+#include "tavi/interchange/contentwriter.h"
+#include "tavi/kxt/xmltext.h"
 #include "tavi/kxt/utf.h"
 #include "tavi/math/mathattriblist.h"
 

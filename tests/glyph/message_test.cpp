@@ -8,9 +8,7 @@
 #include "scene_fixtures.h"
 #include "tavi/glyph/message.h"
 #include "tavi/glyph/renderviewimp.h"
-#include "tavi/glyph/view.h"
 #include "tavi/interchange/hostingframe.h"
-#include "tavi/kxt/utf.h"
 #include "tavi/qt/qt_clipboard.h"
 
 namespace {
@@ -18,7 +16,7 @@ namespace {
 using namespace Tavi;
 using namespace SceneTest;
 
-// A frame that notes each message as "caption|text|type", installed for its own life.
+// Notes each message as "caption|text|type"; installed for its own life.
 class NotingFrame : public HostingFrame
 {
 public:
@@ -38,43 +36,23 @@ private:
 TEST(Message, FrameOrViewGetsTextCaptionAndType)
 {
     FakeViewImp imp;
-    {
-        NotingFrame frame;
-        Message(u"disk full", u"Save", message_warning);
-        Message(u"done", nullptr, message_information);
-        Message(nullptr, nullptr, static_cast<MessageType>(7));
-        // A render view hands its messages to the frame.
-        RenderViewImp render;
-        render.show_message(u"from render", u"R", message_warning);
-        // A view without an implementation, or no view at all, goes to the frame too.
-        View bare;
-        Message(&bare, u"bare", nullptr, message_information);
-        Message(static_cast<View *>(nullptr), u"none", u"N", message_warning);
-        // A view with an implementation shows it in its window, with the same default caption.
-        View view;
-        view.implementation(&imp);
-        Message(&view, u"windowed", nullptr, message_warning);
-
-        EXPECT_EQ(frame.seen, (std::vector<std::string>{"Save|disk full|1", "Error|done|0", "Error||7",
-                                                        "R|from render|1", "Error|bare|0", "N|none|1"}));
-    }
-    EXPECT_EQ(imp.messages, (std::vector<std::string>{"Error|windowed|1"}));
-}
-
-// Frames nest: the one installed before comes back, and without any the default frame writes to the
-// error stream.
-TEST(Message, DefaultFrameWritesToTheErrorStream)
-{
+    View view, bare;
+    view.implementation(&imp);
     {
         NotingFrame outer;
-        {
-            NotingFrame inner;
-            Message(u"x", u"y", message_warning);
-            EXPECT_EQ(&HostingFrame::current(), &inner);
-        }
-        EXPECT_EQ(&HostingFrame::current(), &outer);
+        NotingFrame frame;
+        Message(u"disk full", u"Save", message_warning);
+        Message(nullptr, nullptr, static_cast<MessageType>(7));
+        RenderViewImp().show_message(u"from render", u"R", message_warning);
+        Message(&bare, u"bare", nullptr, message_information);  // a view without a window
+        Message(static_cast<View *>(nullptr), u"none", u"N", message_warning);
+        Message(&view, u"windowed", nullptr, message_warning);
+        EXPECT_EQ(frame.seen, (std::vector<std::string>{"Save|disk full|1", "Error||7", "R|from render|1",
+                                                        "Error|bare|0", "N|none|1"}));
         EXPECT_TRUE(outer.seen.empty());
     }
+    EXPECT_EQ(imp.messages, (std::vector<std::string>{"Error|windowed|1"}));
+    // With no frame installed the default one writes to the error stream.
     EXPECT_EQ(&HostingFrame::current(), &DefaultHostingFrame::instance());
     testing::internal::CaptureStderr();
     Message(u"x", u"y", message_warning);

@@ -37,8 +37,7 @@ private:
     std::streambuf *old_;
 };
 
-// A template of plain expression nodes (a table node when given a table layout, which these have
-// not): what a setup file makes of a name it describes with no class of its own.
+// A template of plain expression nodes, as a setup file makes for a name with no class of its own.
 inline Tavi::MathTemplate *plain_template(Tavi::TemplateTable *table, Tavi::wchar const *name)
 {
     return new Tavi::MathTemplate(table, name, true, name, Tavi::TemplateAccelerator(), 2, true, 0, false, false,
