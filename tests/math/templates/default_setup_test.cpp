@@ -281,11 +281,11 @@ TEST(DefaultSetup, OperandRules)
 TEST(DefaultSetup, PriorityLadder)
 {
     std::pair<wchar const *, wchar const *> const tighter[] = {
-        {u"times", u"plus"},     {u"implicit_times", u"plus"}, {u"divide", u"times"}, {u"power", u"divide"},
-        {u"factorial", u"power"}, {u"sin", u"times"},          {u"divide", u"sin"},   {u"sum", u"plus"},
-        {u"times", u"sum"},      {u"plus", u"union"},          {u"intersect", u"union"}, {u"union", u"eq"},
-        {u"not", u"eq"},         {u"eq", u"and"},              {u"and", u"or"},       {u"or", u"implies"},
-        {u"implies", u"seq"},    {u"plusminus", u"eq"},
+        {u"times", u"plus"},   {u"implicit_times", u"plus"}, {u"divide", u"times"},    {u"power", u"divide"},
+        {u"factorial", u"power"}, {u"sin", u"times"},        {u"divide", u"sin"},      {u"sum", u"plus"},
+        {u"sum", u"times"},    {u"sin", u"sum"},             {u"plus", u"union"},      {u"intersect", u"union"},
+        {u"union", u"eq"},     {u"not", u"eq"},              {u"eq", u"and"},          {u"and", u"or"},
+        {u"or", u"implies"},   {u"implies", u"seq"},         {u"plusminus", u"eq"},
     };
     SetupTable s;
     ASSERT_TRUE(s.read);
@@ -405,16 +405,16 @@ TEST(DefaultSetup, ParenthesesFollowPriorities)
         long parens;
     };
     Case const cases[] = {
-        {u"times", u"plus", 1},         {u"plus", u"times", 0},       {u"implicit_times", u"plus", 1},
-        {u"times", u"divide", 0},       {u"divide", u"plus", 0},      {u"power", u"plus", 1},
-        {u"power", u"divide", 1},       {u"power", u"power", 1},      {u"power", u"sqrt", 0},
-        {u"sin", u"plus", 1},           {u"sin", u"implicit_times", 1}, {u"sin", u"power", 0},
-        {u"eq", u"plus", 0},            {u"eq", u"eq", 1},            {u"and", u"or", 1},
-        {u"or", u"and", 0},             {u"not", u"and", 1},          {u"not", u"eq", 1},
-        {u"factorial", u"plus", 1},     {u"factorial", u"power", 1},  {u"intersect", u"union", 1},
-        {u"union", u"intersect", 0},    {u"in", u"union", 0},         {u"sum", u"plus", 1},
-        {u"sum", u"times", 0},          {u"implies", u"implies", 1},  {u"plusminus", u"negate", 0},
-        {u"divide", u"divide", 0},
+        {u"times", u"plus", 1},       {u"plus", u"times", 0},           {u"implicit_times", u"plus", 1},
+        {u"times", u"divide", 0},     {u"divide", u"plus", 0},          {u"power", u"plus", 1},
+        {u"power", u"divide", 1},     {u"power", u"power", 1},          {u"power", u"sqrt", 0},
+        {u"sin", u"plus", 1},         {u"sin", u"implicit_times", 1},   {u"sin", u"power", 0},
+        {u"eq", u"plus", 0},          {u"eq", u"eq", 1},                {u"and", u"or", 1},
+        {u"or", u"and", 0},           {u"not", u"and", 1},              {u"not", u"eq", 1},
+        {u"factorial", u"plus", 1},   {u"factorial", u"power", 1},      {u"intersect", u"union", 1},
+        {u"union", u"intersect", 0},  {u"in", u"union", 0},             {u"sum", u"plus", 1},
+        {u"sum", u"times", 0},        {u"times", u"sum", 0},            {u"sin", u"sum", 1},
+        {u"implies", u"implies", 1},  {u"plusminus", u"negate", 0},     {u"divide", u"divide", 0},
     };
     SetupTable s;
     ASSERT_TRUE(s.read);
