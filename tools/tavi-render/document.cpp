@@ -2,7 +2,8 @@
 // them without a line end; they are collected during the parse and passed on line by line.
 #include "tools/tavi-render/document.h"
 
-#include <cstdio>
+#include <climits>
+#include <cstddef>
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -83,6 +84,10 @@ bool load_setup(TemplateTable &table, std::string const &path, std::string &erro
 MathRootNode *read_formula(TemplateTable &table, std::string const &text, std::string const &source,
                            std::string &error)
 {
+    if (text.size() > static_cast<std::size_t>(INT_MAX)) {
+        error = source + ": the document is larger than 2 GB";
+        return nullptr;
+    }
     MathEditContentHandler handler(table);
     bool well_formed = false;
     std::string reason;
