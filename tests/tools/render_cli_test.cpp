@@ -164,6 +164,30 @@ TEST(RenderCli, TheFormatComesFromTheSuffixOrFromFormat)
     EXPECT_TRUE(contains(out.output, "<svg")) << out.output.substr(0, 200);
 }
 
+// The writers' formats come from the writers: text as PostScript show operators or SVG text
+// elements, and Ghostscript reads the EPS without an error.
+TEST(RenderCli, EpsAndSvgWriterCarryTheFormulasText)
+{
+    std::string const folder = fresh_folder("writers");
+    std::string const doc = math("<plus><ident>x</ident><num>2</num></plus>");
+    RenderRun const eps = run_render({"-o", folder + "/f.eps"}, doc);
+    ASSERT_EQ(0, eps.exit_code) << eps.errors;
+    std::string const text = read_all(folder + "/f.eps");
+    EXPECT_TRUE(contains(text, "(x) Tj")) << text;
+    EXPECT_TRUE(contains(text, "(2) Tj")) << text;
+    std::string const gs = find_tool("gs");
+    ASSERT_FALSE(gs.empty()) << "Ghostscript (gs) is needed (package ghostscript)";
+    ToolRun const shown = run_tool(gs, {"-q", "-dSAFER", "-dBATCH", "-dNOPAUSE", "-dEPSCrop", "-r72", "-sDEVICE=png16m",
+                                        "-sOutputFile=" + folder + "/f.eps.png", folder + "/f.eps"});
+    EXPECT_EQ(0, shown.exit_code) << shown.output << shown.errors;
+    EXPECT_FALSE(contains(shown.output, "Error")) << shown.output;
+
+    RenderRun const svg = run_render({"--format", "svg-writer"}, doc);
+    ASSERT_EQ(0, svg.exit_code) << svg.errors;
+    EXPECT_TRUE(contains(svg.output, ">x</text>")) << svg.output;
+    EXPECT_TRUE(contains(svg.output, ">2</text>")) << svg.output;
+}
+
 // The width of the formula's ink box in a PNG of the document, and its height.
 QSize png_size(std::vector<std::string> args, std::string const &document, std::string const &path)
 {
