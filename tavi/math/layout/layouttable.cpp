@@ -17,6 +17,8 @@ namespace Tavi {
 namespace {
 
 long const free_size = 0x7fffffff;
+// The most cells a grid may have.
+std::size_t const max_cells = std::size_t(1) << 20;
 
 // A private copy of the text; an empty or null text gives null.
 std::unique_ptr<wchar[]> copy_or_null(wchar const *text)
@@ -175,7 +177,9 @@ bool LayoutTable::grid(MathNodeContext &context, Grid &g)
         return false;
     g.rows = rows_ != 0 ? rows_ : g.table->n_rows();
     g.cols = cols_ != 0 ? cols_ : g.table->n_cols();
-    return g.rows != 0 && g.cols != 0;
+    // A shape read from content may be absurd; a grid too large to hold is shown as nothing rather
+    // than failing for want of memory.
+    return g.rows != 0 && g.cols != 0 && g.cols <= max_cells / g.rows;
 }
 
 wchar LayoutTable::line_char(wchar const *own, wchar const *node, std::size_t i)
@@ -426,7 +430,7 @@ void LayoutTable::draw(GlyphContext &glyph_context, AllocationTree const &alloca
     MathNodeContext &context = math_context(glyph_context);
     BoxTree const *box = allocation.boxtree();
     Grid g;
-    if (box == nullptr || !grid(context, g))
+    if (box == nullptr || !grid(context, g) || box->count() != static_cast<long>(g.rows * g.cols))
         return;
     TextStyleScope style(context);
     MathTableNode *table = g.table;

@@ -27,7 +27,8 @@ using namespace TaviTest;
 
 // What a cell answers: its natural width W, ascent and descent. Given less room than W it breaks like
 // text made of words `step` wide: as many words as fit a line (at least one), and a line more of
-// descent (10) for every further line.
+// descent (10) for every further line. A step of 0 makes a row of atoms 10 wide, 8 up and 2 down, that
+// only line wrapping can break.
 struct Cell
 {
     long w;
@@ -38,6 +39,7 @@ struct Cell
 
 Cell cell(long w, long a, long d) { return Cell{w, a, d, w}; }
 Cell words(long w, long step) { return Cell{w, 8, 2, step}; }
+Cell atoms(long n) { return Cell{10 * n, 8, 2, 0}; }
 
 // A cell layout that shows the node child of the running child index with the measures of the test,
 // and notes what it sees.
@@ -51,6 +53,12 @@ public:
         MathNodeContext &context = math_context(glyph_context);
         text_style = text_style && !context.displaystyle();
         Cell const &c = cells_.at(static_cast<std::size_t>(context.child_index()));
+        if (c.step == 0) {
+            BoxTreeNode *row = new BoxTreeNode(c.w / 10);
+            for (long i = 0; i < c.w / 10; ++i)
+                row->setChild(i, Point(10 * i, 0), new BoxTreeLeaf(10, 8, 2));
+            return row;
+        }
         long width = c.w;
         if (constraint.width() < c.w)
             width = std::max(c.step, constraint.width() / c.step * c.step);
@@ -233,6 +241,8 @@ TEST(LayoutTable, ShapeAndRange)
         // Nothing to show: no children, or a shape of 0 rows.
         {"no children", 0, 0, 0, 2, 0, Box(0, 0, 0), {}},
         {"no rows", 0, 0, 0, 0, 4, Box(0, 0, 0), {}},
+        // A shape too large to hold shows nothing.
+        {"absurd shape", 0, 0, 0, std::size_t(1) << 30, 4, Box(0, 0, 0), {}},
     };
     for (Case const &c : cases) {
         SCOPED_TRACE(c.name);
@@ -314,6 +324,35 @@ TEST(LayoutTable, WrappingSharesTheWidth)
             left += c.widths[col] + 12;
         }
     }
+}
+
+// A cell that only line wrapping can break: six atoms of 10 in a row. Line wrapping never makes a
+// line narrower than 4 m = 40; in text style it takes nothing off for the display margin. Four atoms
+// fill the first line (the gaps all cost the same, 600 or so, plus a fill cost that falls as the line
+// fills, so the latest candidate, before atom 4, wins); atoms 4 and 5 follow on a second line,
+// indented by m: at (10, 10) and (20, 10), the line below at font ascent 8 + the first line's descent
+// 2. The cell: 40 wide, 8 up, 2 + 2 + 8 = 12 down.
+// The table: constraint 0 gives avail max(0 - cs, 2 m) = 20, below the natural 60. Least width 40
+// (the wrapped cell); extra max(20 - 40, 0) = 0, demand 20; the one column, wider than avail / 1,
+// gets 40 + 20 * 0 / 20 = 40, cut to avail 20. Wrapped again in 20: 40 wide. One row 20 high, not
+// above 2 fontH: margin cs, width 40 + 12 = 52.
+TEST(LayoutTable, CellsBrokenByLineWrapping)
+{
+    TableFixture x(new LayoutTable(0, -1, 0, 0, nullptr, nullptr, nullptr, nullptr, true), 1, 1, {atoms(6)});
+    BoxTreeLeaf constraint(0, 0x7fffffff, 0x7fffffff);
+    std::unique_ptr<BoxTree> box(x.request(constraint));
+    EXPECT_EQ(Box(52, 8, 12), box->box());
+    EXPECT_EQ(std::vector<long>{40}, x.col_widths());
+    BoxTree const *wrapped = box->child(0);
+    ASSERT_NE(nullptr, wrapped);
+    EXPECT_EQ(Box(40, 8, 12), wrapped->box());
+    EXPECT_EQ(Point(6, 0), wrapped->offset());
+    std::vector<Point> const atoms_at{{0, 0}, {10, 0}, {20, 0}, {30, 0}, {10, 10}, {20, 10}};
+    EXPECT_EQ(atoms_at, offsets(wrapped));
+    // Without wrapping the cell stays one line: 60 + 12.
+    x.f.context.wrap_lines(false);
+    std::unique_ptr<BoxTree> plain(x.request(constraint));
+    EXPECT_EQ(Box(72, 8, 2), plain->box());
 }
 
 TEST(LayoutTable, LinesAndPens)
