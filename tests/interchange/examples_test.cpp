@@ -20,6 +20,7 @@
 #include "tavi/kxt/stream.h"
 #include "tavi/math/mathnode.h"
 #include "tavi/math/mathrootnode.h"
+#include "tavi/math/mathstring.h"
 #include "tavi/math/templates/templatetable.h"
 
 namespace {
@@ -116,6 +117,20 @@ void type_names(MathNode *node, std::vector<std::string> &out)
     out.push_back(narrow(node->type_name()));
     for (long i = 0; i < node->count(); ++i)
         type_names(node->child(static_cast<int>(i)), out);
+}
+
+// Every character of every atom below `node`, with its font class.
+void characters(MathNode *node, std::vector<std::pair<int, int>> &out)
+{
+    if (node == nullptr)
+        return;
+    if (node->count() == 0) {
+        MathString const &text = node->text();
+        for (std::size_t i = 0; i < text.length(); ++i)
+            out.emplace_back(static_cast<int>(text.font_at(i)), static_cast<int>(text.at(i)));
+    }
+    for (long i = 0; i < node->count(); ++i)
+        characters(node->child(static_cast<int>(i)), out);
 }
 
 }  // namespace
@@ -216,5 +231,40 @@ TEST(Examples, Typeset)
         ASSERT_NE(nullptr, box);
         EXPECT_GT(box->width(), 0);
         EXPECT_GT(box->ascent() + box->descent(), 0);
+    }
+}
+
+// Named characters arrive in their own font classes: open-face capitals in class 4 at their letters,
+// Greek letters and other signs in class 2 at their codes of the symbol font (the upper half stored
+// from 0xFF00 on), as the character table gives them.
+TEST(Examples, NamedCharactersKeepTheirClasses)
+{
+    int const symbol = MathString::f_symbol, open_face = MathString::f_open_face;
+    struct Case
+    {
+        char const *file;
+        std::vector<std::pair<int, int>> wanted;
+    };
+    Case const cases[] = {
+        {"number-sets.xml",
+         {{open_face, 'N'}, {open_face, 'Z'}, {open_face, 'Q'}, {open_face, 'R'}, {open_face, 'C'}}},
+        {"set-builder.xml", {{open_face, 'R'}}},
+        {"epsilon-delta.xml", {{symbol, 0x65}, {symbol, 0x64}}},       // epsilon, delta
+        {"gaussian-integral.xml", {{symbol, 0xFFA5}, {symbol, 0x70}}},  // infinity, pi
+        {"gamma-function.xml", {{symbol, 0x47}}},                      // capital Gamma
+        {"continued-fraction.xml", {{symbol, 0xFFBC}}},                // ellipsis
+        {"maxwell-equations.xml", {{symbol, 0x72}, {symbol, 0x6D}}},   // rho, mu
+    };
+    SetupTable s;
+    ASSERT_TRUE(s.read);
+    for (Case const &c : cases) {
+        SCOPED_TRACE(c.file);
+        Read const r = read_formula(s.table, read_text(source_dir + "/data/examples/" + c.file));
+        ASSERT_TRUE(r.root != nullptr && r.root->get() != nullptr) << r.complaints;
+        std::vector<std::pair<int, int>> found;
+        characters((*r.root)->child(), found);
+        for (auto const &w : c.wanted)
+            EXPECT_NE(found.end(), std::find(found.begin(), found.end(), w))
+                << "class " << w.first << " code " << w.second;
     }
 }
