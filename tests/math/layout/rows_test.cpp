@@ -175,6 +175,25 @@ TEST(Rows, AFenceAloneKeepsItsNaturalSize)
     EXPECT_EQ(nullptr, mixed->core_operator());
 }
 
+struct NeighbourCase
+{
+    long from;
+    Input::Key key;
+    bool found;
+    long to;
+};
+
+void expect_neighbours(MathLayout &row, MathNodeContext &context, std::vector<NeighbourCase> const &cases)
+{
+    for (NeighbourCase const &c : cases) {
+        long result = -5;
+        EXPECT_EQ(c.found, row.get_neighbour_child(context, c.from, c.key, result)) << c.from << "/" << c.key;
+        if (c.found) {
+            EXPECT_EQ(c.to, result);
+        }
+    }
+}
+
 TEST(Rows, ArrowsMoveToTheNextShownChild)
 {
     MathFixture f;
@@ -182,27 +201,9 @@ TEST(Rows, ArrowsMoveToTheNextShownChild)
     row->append(new LayoutFixedPlaceholder(nullptr, 0, 0, LayoutPlaceholder::inherit));
     row->append(new LayoutOp(u"+", LayoutOp::infix, false, false, false, false, 0, 0));
     row->append(new LayoutFixedPlaceholder(nullptr, 0, 1, LayoutPlaceholder::inherit));
-    struct Case
-    {
-        long from;
-        Input::Key key;
-        bool found;
-        long to;
-    };
-    Case const cases[] = {
-        {0, Input::key_right, true, 1},
-        {1, Input::key_left, true, 0},
-        {1, Input::key_right, false, 0},
-        {0, Input::key_left, false, 0},
-        {0, Input::key_up, false, 0},
-    };
-    for (Case const &c : cases) {
-        long result = 0;
-        EXPECT_EQ(c.found, row->get_neighbour_child(f.context, c.from, c.key, result)) << c.from << "/" << c.key;
-        if (c.found) {
-            EXPECT_EQ(c.to, result);
-        }
-    }
+    expect_neighbours(*row, f.context,
+                      {{0, Input::key_right, true, 1}, {1, Input::key_left, true, 0}, {1, Input::key_right, false, 0},
+                       {0, Input::key_left, false, 0}, {0, Input::key_up, false, 0}});
 }
 
 // A node of three identifiers under an operator row: "a", "b", "c", each (10, 7, 1).
@@ -307,24 +308,9 @@ TEST(Rows, OperatorRowOfFewChildrenAndItsNeighbours)
     EXPECT_EQ(Box(10, 8, 2), single->box());
 
     x.f.context.math_node(x.node.get());
-    struct Case
-    {
-        long from;
-        Input::Key key;
-        bool found;
-        long to;
-    };
-    Case const cases[] = {
-        {1, Input::key_left, true, 0},  {0, Input::key_left, false, 0}, {0, Input::key_right, true, 1},
-        {2, Input::key_right, false, 0}, {1, Input::key_up, false, 0},
-    };
-    for (Case const &c : cases) {
-        long result = -5;
-        EXPECT_EQ(c.found, row->get_neighbour_child(x.f.context, c.from, c.key, result)) << c.from;
-        if (c.found) {
-            EXPECT_EQ(c.to, result);
-        }
-    }
+    expect_neighbours(*row, x.f.context,
+                      {{1, Input::key_left, true, 0}, {0, Input::key_left, false, 0}, {0, Input::key_right, true, 1},
+                       {2, Input::key_right, false, 0}, {1, Input::key_up, false, 0}});
     x.f.context.math_node(nullptr);
 }
 
