@@ -615,9 +615,6 @@ TEST_F(QtCanvasTest, ResolutionConversionAndHints)
     EXPECT_FALSE(canvas.short_coordinates());
 
     EXPECT_FALSE(canvas.printing());
-    canvas.printing(true);
-    EXPECT_TRUE(canvas.printing());
-
     canvas.antialias(true);
     EXPECT_TRUE(canvas.antialias());
     canvas.useInheritAliasing(true);
@@ -625,8 +622,6 @@ TEST_F(QtCanvasTest, ResolutionConversionAndHints)
     EXPECT_TRUE(canvas.antialias());
     canvas.antialias_text(false);
     EXPECT_FALSE(canvas.antialias_text());
-    canvas.antialias_text(true);
-    EXPECT_TRUE(canvas.antialias_text());
 }
 
 TEST_F(QtCanvasTest, PaintEventGivesTheDamage)

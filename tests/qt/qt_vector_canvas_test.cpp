@@ -131,9 +131,7 @@ TEST(QtEpsCanvas, MatchFontLandsOnOneOfThreeFamilies)
         // The rest is Qt's: a fixed pitch is Courier, a sans-serif face Helvetica, anything else Times.
         {u"Courier New", "Courier New", EPS_Canvas::ps_courier},
         {u"DejaVu Sans Mono", "Courier New", EPS_Canvas::ps_courier},
-        {u"Arial", "Arial", EPS_Canvas::ps_helvetica},
         {u"DejaVu Sans", "Arial", EPS_Canvas::ps_helvetica},
-        {u"Times New Roman", "Times New Roman", EPS_Canvas::ps_times},
         {u"DejaVu Serif", "Times New Roman", EPS_Canvas::ps_times},
         {u"Symbol", "Times New Roman", EPS_Canvas::ps_times},
     };
