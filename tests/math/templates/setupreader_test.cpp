@@ -501,28 +501,6 @@ TEST(SetupReader, RunningPlaceholdersTakeTheLatestRange)
     EXPECT_EQ(0, zero->last());
 }
 
-// Two layouts: the first becomes the linear fallback, the second the one in force; the template is
-// told to every layout it gets.
-TEST(SetupReader, SecondLayoutIsTheOneInForce)
-{
-    MathLayout *linear = nullptr;
-    {
-        TemplateTable table(nullptr);
-        EXPECT_TRUE(read_setup(table, in_root(R"(<content id="t" arity="2*">)"
-                                              R"(<layout><oprow><oper/><mo>+</mo></oprow></layout>)"
-                                              R"(<layout><mfrac><oper idx="0"/><oper idx="1"/></mfrac></layout>)"
-                                              R"(</content>)")));
-        MathTemplate *t = table.get_template(u"t");
-        EXPECT_EQ("frac(fixed,fixed)", describe_layout(t->layout()));
-        EXPECT_EQ("oprow(running,op)", describe_layout(t->linear_layout()));
-        EXPECT_EQ(t, t->layout()->templ());
-        EXPECT_EQ(t, static_cast<MathLayout *>(t->linear_layout()->component(0))->templ());
-        linear = t->linear_layout();
-    }
-    // The first layout outlives its template by design; give back the reference it kept.
-    linear->unref();
-}
-
 // The handlers as the parser drives them: the fault of a bad form is recorded at the start tag and
 // its text is not collected; null text is a fault; text is collected only inside a token element.
 TEST(SetupReader, HandlersCollectTextOnlyInsideTokens)
@@ -574,8 +552,6 @@ TEST(SetupReader, FindAttr)
         TemplateTable table(nullptr);
         EXPECT_EQ(c.value, table.find_attr(c.name, attrs, count, c.def, c.required));
         EXPECT_EQ(c.fault, table.setup_failed());
-        TemplateTable again(nullptr);
-        EXPECT_EQ(c.value, again.find_attr(wstring(c.name), attrs, count, c.def, c.required));
     }
     struct TextCase
     {
@@ -593,8 +569,6 @@ TEST(SetupReader, FindAttr)
         TemplateTable table(nullptr);
         EXPECT_EQ(c.value, table.find_attr(c.name, attrs, count, u"-", c.required));
         EXPECT_EQ(c.fault, table.setup_failed());
-        TemplateTable again(nullptr);
-        EXPECT_EQ(c.value, again.find_attr(wstring(c.name), attrs, count, wstring(u"-"), c.required));
     }
     // An odd count never reads past the list.
     TemplateTable table(nullptr);
