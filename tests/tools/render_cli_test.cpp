@@ -82,8 +82,12 @@ TEST(RenderCli, AFailedRunLeavesAnExistingOutputAsItWas)
     std::string const folder = fresh_folder("kept-output");
     std::string const out = folder + "/formula.svg";
     write_all(out, "old");
-    RenderRun const run = run_render({"-o", out}, "<math " + ns + "><plus>");
+    // A malformed file is named in the message, with the line and column where reading stopped:
+    // the end of the text, line 2, column 0, after the line end.
+    write_all(folder + "/bad.xml", "<math " + ns + "><plus>\n");
+    RenderRun const run = run_render({folder + "/bad.xml", "-o", out});
     EXPECT_EQ(1, run.exit_code);
+    EXPECT_TRUE(contains(run.errors, "tavi-render: " + folder + "/bad.xml:2:0: ")) << run.errors;
     EXPECT_EQ("old", read_all(out));
     RenderRun const missing = run_render({folder + "/no-such-file.xml", "-o", out});
     EXPECT_EQ(1, missing.exit_code);
