@@ -7,7 +7,9 @@
 #include <QDir>
 #include <QFile>
 
+#include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "support/external_tools.h"
@@ -235,20 +237,40 @@ TEST(RenderCli, WidthBreaksALongSumIntoATallNarrowPicture)
     EXPECT_EQ(narrow, points);
 }
 
-// Rows of the image in which more than half of the pixels are ink, and such columns.
-int long_rows(QImage const &image)
+// The lines of a drawing that run across more than four fifths of it, which no row of text does: for
+// each, the first and last pixel row (or column) it covers, so that a thick line counts once.
+using Lines = std::vector<std::pair<int, int>>;
+
+Lines long_lines(QImage const &image, bool across)
 {
-    int n = 0;
-    for (int y = 0; y < image.height(); ++y)
-        n += count_ink(image, 0, y, image.width(), y + 1) * 2 > image.width() ? 1 : 0;
-    return n;
+    int const n = across ? image.height() : image.width();
+    int const length = across ? image.width() : image.height();
+    Lines lines;
+    for (int i = 0; i < n; ++i) {
+        long const ink = across ? count_ink(image, 0, i, length, i + 1) : count_ink(image, i, 0, i + 1, length);
+        if (ink * 5 <= length * 4)
+            continue;
+        if (!lines.empty() && lines.back().second == i - 1)
+            lines.back().second = i;
+        else
+            lines.emplace_back(i, i);
+    }
+    return lines;
 }
-int long_columns(QImage const &image)
+
+// The first and last pixel row (or column) with any ink at all.
+std::pair<int, int> ink_span(QImage const &image, bool across)
 {
-    int n = 0;
-    for (int x = 0; x < image.width(); ++x)
-        n += count_ink(image, x, 0, x + 1, image.height()) * 2 > image.height() ? 1 : 0;
-    return n;
+    int const n = across ? image.height() : image.width();
+    std::pair<int, int> span(n, -1);
+    for (int i = 0; i < n; ++i) {
+        long const ink = across ? count_ink(image, 0, i, image.width(), i + 1) : count_ink(image, i, 0, i + 1, image.height());
+        if (ink > 0) {
+            span.first = std::min(span.first, i);
+            span.second = std::max(span.second, i);
+        }
+    }
+    return span;
 }
 
 TEST(RenderCli, TableLinesAppearInPngSvgAndPdf)
@@ -257,7 +279,7 @@ TEST(RenderCli, TableLinesAppearInPngSvgAndPdf)
     for (int i = 1; i <= 9; ++i)
         cells += "<num>" + std::to_string(i * 111) + "</num>";
     // A 3 by 3 grid with thin lines between the rows and columns and a thick frame: four lines
-    // across (frame top, two between rows, frame bottom) and four down.
+    // across (frame top, two between rows, frame bottom) and four down, the frame round it all.
     std::string const doc = math("<tab tmp=\"array\" rows=\"3\" cols=\"3\" rowl=\"s\" coll=\"s\" frl=\"S\">" + cells + "</tab>");
     std::string const folder = fresh_folder("table-lines");
     write_all(folder + "/table.xml", doc);
@@ -275,8 +297,16 @@ TEST(RenderCli, TableLinesAppearInPngSvgAndPdf)
         ASSERT_FALSE(png.empty()) << error;
         QImage const image = read_png(png);
         ASSERT_FALSE(image.isNull());
-        EXPECT_GE(long_rows(image), 4);
-        EXPECT_GE(long_columns(image), 4);
+        for (bool across : {true, false}) {
+            SCOPED_TRACE(across ? "lines across" : "lines down");
+            Lines const lines = long_lines(image, across);
+            ASSERT_EQ(4u, lines.size()) << ::testing::PrintToString(lines);
+            // The frame holds every cell: nothing is drawn outside its outer lines but the
+            // antialiased edge of the lines themselves.
+            std::pair<int, int> const ink = ink_span(image, across);
+            EXPECT_LE(lines.front().first, ink.first + 1);
+            EXPECT_GE(lines.back().second, ink.second - 1);
+        }
     }
 }
 
