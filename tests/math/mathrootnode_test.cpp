@@ -123,11 +123,12 @@ TEST(MathRootNode, OneTreePerWidthWithRoomForTheCaretAndATextLine)
 // The scene's drawing measures once; a repaint at the same width measures nothing, and an edit makes
 // the next repaint measure again. The probe formula's layout measures nothing itself, so a layout pass
 // makes four measures: the root's text line ascent and descent and its box of "m", and the template's
-// box of "m" for its choice of layout.
+// box of "m" for its choice of layout. Line wrapping, which measures on its own, is switched off here.
 TEST(MathRootNode, TheSceneRepaintsFromTheCacheUntilAnEdit)
 {
     RecordingCanvas canvas;
     FormulaScene scene;
+    ASSERT_TRUE(scene.style.set_boolean(MathStyle::a_wrap_lines, false));
     ProbeFormula x(30, 3, 1);
     scene.root = x.root.get();
 
