@@ -291,7 +291,9 @@ void LineWrapRun::split(long i, BoxTreeLeaf &leaf)
     // were made in) lives until the parent has been measured again.
     std::unique_ptr<BoxTree> atom(parent->extractChild(indices_[at]));
     parent->setChild(indices_[at], pieces, true);
-    pieces->setXOffset(0);
+    // The pieces get offsets relative to the root of the wrap, like every atom, so the node that
+    // holds them must not move them: its offset is (0, 0), not just its x.
+    pieces->setOffset(Point(0, 0));
     parent->updateBoundingBox(*leaf.mathNodeContext());
 
     BoxTree *first = pieces->child(0);
