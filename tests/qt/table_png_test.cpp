@@ -52,8 +52,7 @@ struct Band
 
 TEST(TablePng, MatrixWithLinesAndFrame)
 {
-    // [[(a/b)/c, c], [d, e]]: the fraction of a fraction makes the first row taller than a line of
-    // text, so that the box counts the half line between the rows.
+    // [[(a/b)/c, c], [d, e]]: a first row taller than a line of text over one that is not.
     FormulaBuilder b;
     LayoutTable *layout = new LayoutTable(0, -1, 0, 0, u"x", u"x", u"S", nullptr, false);
     layout->append(new LayoutRunningPlaceholder(nullptr, 0, 0, -1, LayoutPlaceholder::inherit));
@@ -84,8 +83,9 @@ TEST(TablePng, MatrixWithLinesAndFrame)
     std::string const path = artefact_path("tables", "matrix-2x2-lines.png");
     EXPECT_TRUE(image.save(QString::fromStdString(path))) << path;
 
-    // Where the lines go: the row line rs / 2 below the deeper cell of row 0, the column line cs
-    // beyond the width of column 0, the frame on the box's edges.
+    // Where the lines go: the row line in the middle of the gap of rs and half a line of text below
+    // the deeper cell of row 0, the column line cs beyond the width of column 0, the frame on the
+    // box's edges.
     BoxTree const *cells[4];
     for (long k = 0; k < 4; ++k)
         cells[k] = box->child(k);
@@ -94,7 +94,8 @@ TEST(TablePng, MatrixWithLinesAndFrame)
     int const top = static_cast<int>(origin.y - box->ascent());
     int const bottom = static_cast<int>(origin.y + box->descent());
     int const row_y = static_cast<int>(origin.y + cells[1]->yOffset() +
-                                       std::max(cells[0]->descent(), cells[1]->descent()) + rs / 2);
+                                       std::max(cells[0]->descent(), cells[1]->descent()) +
+                                       (rs + fontH / 2) / 2);
     int const column_x = static_cast<int>(left + std::max(cells[0]->width(), cells[2]->width()) + cs);
 
     // Qt paints an aliased line of width w at c on the pixels c - w / 2 to c - w / 2 + w - 1. Each line

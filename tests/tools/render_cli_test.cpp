@@ -287,8 +287,6 @@ TEST(RenderCli, TableLinesAppearInPngSvgAndPdf)
         Lines const across = long_lines(image, true, 0, image.width());
         ASSERT_EQ(4u, across.size()) << ::testing::PrintToString(across);
         // Down, over the frame's height: its left and right and the two lines between columns.
-        // (Rows stand half a text line further apart than the table's box counts, so the last
-        // row's text may stand below the frame; the lines follow the box.)
         Lines const down = long_lines(image, false, across.front().first, across.back().second + 1);
         EXPECT_EQ(4u, down.size()) << ::testing::PrintToString(down);
     }

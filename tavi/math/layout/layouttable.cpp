@@ -108,27 +108,22 @@ struct LayoutTable::Grid
     bool has_cell(long index) const { return index <= last && index < table->count(); }
 };
 
-// Column widths, row ascents and descents of one pass, with the rows' total height and whether any
-// row is taller than a line of text.
+// Column widths, row ascents and descents of one pass, with the rows' total height.
 struct LayoutTable::Sizes
 {
     Sizes(std::size_t rows, std::size_t cols) : colW(cols, 0), rowA(rows, 0), rowD(rows, 0) {}
 
-    void sum_rows(long fontH)
+    void sum_rows()
     {
         height = 0;
-        tall = false;
-        for (std::size_t r = 0; r < rowA.size(); ++r) {
+        for (std::size_t r = 0; r < rowA.size(); ++r)
             height += rowA[r] + rowD[r];
-            tall = tall || rowA[r] + rowD[r] > fontH;
-        }
     }
 
     std::vector<long> colW;
     std::vector<long> rowA;
     std::vector<long> rowD;
     long height = 0;
-    bool tall = false;
 };
 
 LayoutTable::LayoutTable(long first, long last, std::size_t rows, std::size_t cols, wchar const *rowlines,
@@ -362,7 +357,7 @@ BoxTree *LayoutTable::request(GlyphContext &glyph_context, BoxTree const &constr
         natural += w;
     if (wrapchildren_ && context.wrap_lines() && avail < natural)
         node.reset(wrapping_pass(context, g, C, avail, m, sizes));
-    sizes.sum_rows(fontH);
+    sizes.sum_rows();
     for (std::size_t r = 0; r < rows; ++r) {
         table->row_ascent(r, sizes.rowA[r]);
         table->row_descent(r, sizes.rowD[r]);
@@ -370,8 +365,11 @@ BoxTree *LayoutTable::request(GlyphContext &glyph_context, BoxTree const &constr
     for (std::size_t c = 0; c < cols; ++c)
         table->col_width(c, sizes.colW[c]);
 
+    // Rows are placed, and the centre is found, with half a line of text between them whether or not
+    // a row is tall; the height counts the same pitch, so that the last row stays inside the box
+    // (and inside a frame or fences around it).
     long const gaps = static_cast<long>(rows) - 1;
-    long height = sizes.height + rs * gaps + (sizes.tall ? halfH * gaps : 0);
+    long height = sizes.height + (rs + halfH) * gaps;
     long const margin = 2 * fontH < height ? cs / 2 : cs;
 
     // Vertical centre. The row pitch here counts half a line whether or not a row is tall.
@@ -416,15 +414,24 @@ BoxTree *LayoutTable::request(GlyphContext &glyph_context, BoxTree const &constr
         if (r + 1 < rows)
             y += halfH + rs;
     }
-    node->width(width);
-    node->ascent(ascent);
-    node->descent(height - ascent);
+    // A framed side gets the room that half a gap between cells has, so that the frame stands as far
+    // from the cells as the lines between them do. The left side has half a column gap already; the
+    // right has what the margin leaves after it, which for a tall table is nothing.
+    wchar const *frame = table->frame_lines();
+    long const gap_room = (rs + halfH) / 2;
+    long const pad_top = line_char(framelines_.get(), frame, 0) != u'n' ? gap_room : 0;
+    long const pad_bottom = line_char(framelines_.get(), frame, 2) != u'n' ? gap_room : 0;
+    long const right_room = margin - cs / 2;
+    long const pad_right = line_char(framelines_.get(), frame, 3) != u'n' && right_room < cs / 2 ? cs / 2 - right_room : 0;
+    node->width(width + pad_right);
+    node->ascent(ascent + pad_top);
+    node->descent(height - ascent + pad_bottom);
     return node.release();
 }
 
-// The cells where request put them; then a line below each row whose character says so, half a
-// rowspacing under the row's deepest cell, a line in the middle of each gap between columns, and the
-// frame, top, left, bottom and right.
+// The cells where request put them; then a line in the middle of each gap between rows whose
+// character says so (rows stand a rowspacing and half a line of text apart), a line in the middle of
+// each gap between columns, and the frame, top, left, bottom and right, on the box's edges.
 void LayoutTable::draw(GlyphContext &glyph_context, AllocationTree const &allocation)
 {
     MathNodeContext &context = math_context(glyph_context);
@@ -438,6 +445,8 @@ void LayoutTable::draw(GlyphContext &glyph_context, AllocationTree const &alloca
     Extent const space = spacing(context);
     long const cs = space.width();
     long const rs = space.height();
+    context.select_real_font(MathString::f_text);
+    long const halfH = (context.gauge()->font_ascent() + context.gauge()->font_descent()) / 2;
     long const left = origin.x;
     long const right = origin.x + box->width();
     long const top = origin.y - box->ascent();
@@ -461,7 +470,7 @@ void LayoutTable::draw(GlyphContext &glyph_context, AllocationTree const &alloca
             any = true;
         }
         if (canvas != nullptr && any && r + 1 < g.rows) {
-            long const y = rs / 2 + cell_y + deepest;
+            long const y = (rs + halfH) / 2 + cell_y + deepest;
             draw_line(context, line_char(rowlines_.get(), table->row_lines(), r), Point(left, y), Point(right, y));
         }
     }

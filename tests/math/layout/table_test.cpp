@@ -157,20 +157,20 @@ TEST(LayoutTable, GridGeometry)
     };
     Point const none(-1, -1);
     Case const cases[] = {
-        // colW 40, 30; rows 8 + 2 = 10 each, not tall (10 is not above fontH). height = 20 + rs 6 = 26,
-        // above 2 fontH = 20, so the margin is cs / 2 = 6. Baseline: row 0 gives 8; row 1 starts at
-        // y = 10 + rs 6 + halfH 5 = 21 and gives (8 + 21 + 8) / 2 = 18; descent 26 - 18 = 8. width =
+        // colW 40, 30; rows 8 + 2 = 10 each. Rows stand rs 6 + halfH 5 = 11 apart: height = 20 + 11 =
+        // 31, above 2 fontH = 20, so the margin is cs / 2 = 6. Baseline: row 0 gives 8; row 1 starts at
+        // y = 10 + 11 = 21 and gives (8 + 21 + 8) / 2 = 18; descent 31 - 18 = 13. width =
         // 70 + 12 + 6 = 88. Row 0 at y = -18 + 8 = -10, row 1 at -18 + 21 + 8 = 11; columns from x = 6
         // and 6 + 40 + 12 = 58; centred: (40 - 20) / 2 + 6 = 16, 58, 6, (30 - 10) / 2 + 58 = 68.
-        {"2x2 centred", 2, 2, two_by_two, nullptr, Box(88, 18, 8), {{16, -10}, {58, -10}, {6, 11}, {68, 11}}, {40, 30}},
+        {"2x2 centred", 2, 2, two_by_two, nullptr, Box(88, 18, 13), {{16, -10}, {58, -10}, {6, 11}, {68, 11}}, {40, 30}},
         // "l" then "r": 6, 58 + 30 - 30 = 58, 6, 58 + 30 - 10 = 78.
-        {"left, right", 2, 2, two_by_two, u"lr", Box(88, 18, 8), {{6, -10}, {58, -10}, {6, 11}, {78, 11}}, {40, 30}},
+        {"left, right", 2, 2, two_by_two, u"lr", Box(88, 18, 13), {{6, -10}, {58, -10}, {6, 11}, {78, 11}}, {40, 30}},
         // "l" repeats for column 1.
-        {"left repeats", 2, 2, two_by_two, u"l", Box(88, 18, 8), {{6, -10}, {58, -10}, {6, 11}, {58, 11}}, {40, 30}},
+        {"left repeats", 2, 2, two_by_two, u"l", Box(88, 18, 13), {{6, -10}, {58, -10}, {6, 11}, {58, 11}}, {40, 30}},
         // "r" for column 0 (40 - 20 + 6 = 26, 6), any other character centres column 1.
-        {"right, other", 2, 2, two_by_two, u"rx", Box(88, 18, 8), {{26, -10}, {58, -10}, {6, 11}, {68, 11}}, {40, 30}},
+        {"right, other", 2, 2, two_by_two, u"rx", Box(88, 18, 13), {{26, -10}, {58, -10}, {6, 11}, {68, 11}}, {40, 30}},
         // Three children of four cells: the sizes are those of the full grid, the last cell is empty.
-        {"fewer children", 2, 2, {cell(20, 8, 2), cell(30, 8, 2), cell(40, 8, 2)}, nullptr, Box(88, 18, 8),
+        {"fewer children", 2, 2, {cell(20, 8, 2), cell(30, 8, 2), cell(40, 8, 2)}, nullptr, Box(88, 18, 13),
          {{16, -10}, {58, -10}, {6, 11}, none}, {40, 30}},
         // Rows 10, 18 (tall), 10: height = 38 + 2 rs + 2 halfH = 60, margin 6. Middle row 1 starts at
         // y = 10 + 11 = 21: ascent 12 + 21 = 33, descent 27. Rows at -33 + 8 = -25, -33 + 21 + 12 = 0,
@@ -180,11 +180,13 @@ TEST(LayoutTable, GridGeometry)
         // Row 0 is 11 high, tall: height = 21 + rs 6 + halfH 5 = 32. Ascent (8 + 22 + 8) / 2 = 19,
         // descent 13. Rows at -19 + 8 = -11 and -19 + 11 + 11 + 8 = 11.
         {"tall by one", 2, 1, {cell(10, 8, 3), cell(10, 8, 2)}, nullptr, Box(16, 19, 13), {{6, -11}, {6, 11}}, {10}},
-        // Exactly fontH high: not tall, height = 20 + 6 = 26, ascent (8 + 21 + 8) / 2 = 18.
-        {"not tall at fontH", 2, 1, {cell(10, 8, 2), cell(10, 8, 2)}, nullptr, Box(16, 18, 8), {{6, -10}, {6, 11}}, {10}},
-        // Four rows of 10: height = 40 + 3 rs = 58. Row 1 starts at 21 (ascent 29), row 2 at 42: ascent
-        // (8 + 42 + 29) / 2 = 39, midway between the baselines 29 and 50. Rows at -31, -10, 11, 32.
-        {"even rows", 4, 1, {cell(10, 8, 2), cell(10, 8, 2), cell(10, 8, 2), cell(10, 8, 2)}, nullptr, Box(16, 39, 19),
+        // Rows of exactly fontH stand as far apart as taller ones: height = 20 + 11 = 31, ascent
+        // (8 + 21 + 8) / 2 = 18, and the last row's descent 2 ends inside the box: 11 + 2 = 13.
+        {"rows at fontH", 2, 1, {cell(10, 8, 2), cell(10, 8, 2)}, nullptr, Box(16, 18, 13), {{6, -10}, {6, 11}}, {10}},
+        // Four rows of 10: height = 40 + 3 * 11 = 73. Row 1 starts at 21 (ascent 29), row 2 at 42: ascent
+        // (8 + 42 + 29) / 2 = 39, midway between the baselines 29 and 50; descent 73 - 39 = 34, the last
+        // row's 32 + 2. Rows at -31, -10, 11, 32.
+        {"even rows", 4, 1, {cell(10, 8, 2), cell(10, 8, 2), cell(10, 8, 2), cell(10, 8, 2)}, nullptr, Box(16, 39, 34),
          {{6, -31}, {6, -10}, {6, 11}, {6, 32}}, {10}},
         // One row: its ascent 9 and descent 3; height 12 is not above 20, so the margin is cs = 12:
         // width 40 + 2 cs + 12 = 76. Columns at 6, 6 + 10 + 12 = 28, 28 + 20 + 12 = 60.
@@ -237,7 +239,7 @@ TEST(LayoutTable, ShapeAndRange)
         {"fixed shape", 0, 1, 2, 2, 4, Box(74, 8, 2), {{6, 0}, {38, 0}}},
         // The range starts at child 1: cells show children 1, 2 and 3, the fourth cell none. colW 30,
         // 40; the rows as in the 2 x 2 grid. Row 1: child 3 (10 wide) centred in 30: 10 + 6.
-        {"range from 1", 1, 0, 0, 2, 4, Box(88, 18, 8), {{6, -10}, {48, -10}, {16, 11}, {-1, -1}}},
+        {"range from 1", 1, 0, 0, 2, 4, Box(88, 18, 13), {{6, -10}, {48, -10}, {16, 11}, {-1, -1}}},
         // Nothing to show: no children, or a shape of 0 rows.
         {"no children", 0, 0, 0, 2, 0, Box(0, 0, 0), {}},
         {"no rows", 0, 0, 0, 0, 4, Box(0, 0, 0), {}},
@@ -348,18 +350,16 @@ TEST(LayoutTable, CellsBrokenByLineWrapping)
 
 TEST(LayoutTable, LinesAndPens)
 {
-    // The 2 x 2 grid drawn at (100, 50): box 88 wide, 18 up, 8 down, so left 100, right 188, top 32,
-    // bottom 58. Row 0's cells stand at y 40 with descent 2: its line is at rs / 2 + 40 + 2 = 45.
-    // The column gap is at 100 + 40 + cs = 152.
+    // The 2 x 2 grid drawn at (100, 50): box 88 wide, 18 up, 13 down, so left 100, right 188, top 32,
+    // bottom 63. Rows stand rs 6 + halfH 5 = 11 apart; row 0's cells stand at y 40 with descent 2, so
+    // its line is in the middle of the gap: 40 + 2 + 11 / 2 = 47. The column gap is at 100 + 40 + cs
+    // = 152. A framed top or bottom adds 11 / 2 = 5 to the box on that side; a framed right adds
+    // cs / 2 = 6, since this table's margin (cs / 2, it is taller than 2 fontH) leaves none there.
     std::string const thick = "pen(3/#000000/solid,restart=1)";
     std::string const thin = "pen(1/#000000/solid,restart=1)";
     std::string const restore = "pen(0/#000000/solid,restart=1)";
-    std::string const row = "line(100,45,188,45)";
-    std::string const column = "line(152,32,152,58)";
-    std::string const top = "line(100,32,188,32)";
-    std::string const left = "line(100,32,100,58)";
-    std::string const bottom = "line(100,58,188,58)";
-    std::string const right = "line(188,32,188,58)";
+    // Before its lines the table selects the text font, whose height gives the gap between rows.
+    std::string const font = "font(Times New Roman,240,0,0,cs=1,angle=0)";
     struct Case
     {
         char const *name;
@@ -372,19 +372,22 @@ TEST(LayoutTable, LinesAndPens)
         std::vector<std::string> calls;
     };
     Case const cases[] = {
-        {"no lines anywhere", nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, {}},
-        {"all n", u"n", u"nn", u"nnnn", nullptr, nullptr, nullptr, {}},
-        // "S" is thick, any other character thin; the frame goes top, left, bottom, right.
+        {"no lines anywhere", nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, {font}},
+        {"all n", u"n", u"nn", u"nnnn", nullptr, nullptr, nullptr, {font}},
+        // "S" is thick, any other character thin; the frame goes top, left, bottom, right. Framed top
+        // and right: top 32 - 5 = 27, right 188 + 6 = 194.
         {"own lines", u"S", u"|", u"SxnS", nullptr, nullptr, nullptr,
-         {thick, row, thin, column, thick, top, thin, left, thick, right, restore}},
-        // The last frame character repeats for the positions past the end.
+         {font, thick, "line(100,47,194,47)", thin, "line(152,27,152,63)", thick, "line(100,27,194,27)", thin,
+          "line(100,27,100,63)", thick, "line(194,27,194,63)", restore}},
+        // The last frame character repeats for the positions past the end: bottom 63 + 5 = 68.
         {"frame repeats", nullptr, nullptr, u"nS", nullptr, nullptr, nullptr,
-         {thick, left, thick, bottom, thick, right, restore}},
+         {font, thick, "line(100,32,100,68)", thick, "line(100,68,194,68)", thick, "line(194,32,194,68)", restore}},
         // With no strings of its own the layout draws the node's.
         {"node lines", nullptr, nullptr, nullptr, u"x", u"S", u"x",
-         {thin, row, thick, column, thin, top, thin, left, thin, bottom, thin, right, restore}},
+         {font, thin, "line(100,47,194,47)", thick, "line(152,27,152,68)", thin, "line(100,27,194,27)", thin,
+          "line(100,27,100,68)", thin, "line(100,68,194,68)", thin, "line(194,27,194,68)", restore}},
         // The layout's own strings win over the node's, even when they draw nothing.
-        {"own over node", u"n", u"x", u"n", u"S", u"S", u"S", {thin, column, restore}},
+        {"own over node", u"n", u"x", u"n", u"S", u"S", u"S", {font, thin, "line(152,32,152,63)", restore}},
     };
     for (Case const &c : cases) {
         SCOPED_TRACE(c.name);
@@ -410,14 +413,16 @@ TEST(LayoutTable, LinesAndPens)
 TEST(LayoutTable, RowLinesOfThreeRows)
 {
     // Three rows as in "odd rows, tall middle", drawn at (0, 0): cells at y -25, 0, 25 with descents
-    // 2, 6, 2. Lines at 3 - 25 + 2 = -20 and 3 + 0 + 6 = 9, across the width 16. "S" then "x".
+    // 2, 6, 2, rows (rs 6 + halfH 5) = 11 apart. Lines in the middle of the gaps, 11 / 2 = 5 below
+    // each row: 5 - 25 + 2 = -18 and 5 + 0 + 6 = 11, across the width 16. "S" then "x".
     TableFixture x(new LayoutTable(0, -1, 0, 0, u"Sx", nullptr, nullptr, nullptr, false), 3, 1,
                    {cell(10, 8, 2), cell(10, 12, 6), cell(10, 8, 2)});
     std::unique_ptr<BoxTree> box(x.request());
     x.f.canvas.clear();
     draw_as(x.f.context, x.table.get(), x.table_layout, AllocationTree(Point(0, 0), box.get()));
-    std::vector<std::string> const calls{"pen(3/#000000/solid,restart=1)", "line(0,-20,16,-20)",
-                                         "pen(1/#000000/solid,restart=1)", "line(0,9,16,9)",
+    std::vector<std::string> const calls{"font(Times New Roman,240,0,0,cs=1,angle=0)",
+                                         "pen(3/#000000/solid,restart=1)", "line(0,-18,16,-18)",
+                                         "pen(1/#000000/solid,restart=1)", "line(0,11,16,11)",
                                          "pen(0/#000000/solid,restart=1)"};
     EXPECT_EQ(calls, x.f.canvas.calls());
 }

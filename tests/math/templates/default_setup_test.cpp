@@ -137,11 +137,10 @@ long characters(std::string const &utf8)
 // n * (10s/240), from its point, and its ink 7s/240 above and s/240 below it (the recording canvas's
 // metrics). A glyph of the extension font hangs from its point, with heights the canvas does not know,
 // so only the point is held to the box. Lines must have both ends in the box, edges included.
-// `slack` lets the drawing reach that far below the box.
-std::vector<std::string> outside(RecordingCanvas const &canvas, Point const &origin, BoxTree const &box, long slack)
+std::vector<std::string> outside(RecordingCanvas const &canvas, Point const &origin, BoxTree const &box)
 {
     long const left = origin.x, right = origin.x + box.width();
-    long const top = origin.y - box.ascent(), bottom = origin.y + box.descent() + slack;
+    long const top = origin.y - box.ascent(), bottom = origin.y + box.descent();
     std::vector<std::string> faults;
     std::string font = "Arial";
     long size = 240;
@@ -176,7 +175,7 @@ struct Typeset
     std::vector<std::string> faults;
 };
 
-Typeset typeset(MathFixture &f, MathNode *node, long slack = 0)
+Typeset typeset(MathFixture &f, MathNode *node)
 {
     Typeset t;
     f.canvas.clear();
@@ -186,7 +185,7 @@ Typeset typeset(MathFixture &f, MathNode *node, long slack = 0)
     t.origin = Point(0, t.box->ascent());
     AllocationTree const allocation(t.origin, t.box.get());
     node->draw(f.context, allocation);
-    t.faults = outside(f.canvas, t.origin, *t.box, slack);
+    t.faults = outside(f.canvas, t.origin, *t.box);
     return t;
 }
 
@@ -338,12 +337,8 @@ TEST(DefaultSetup, Accelerators)
 
 // One node of every template that the file defines, as the user enters it (a grid of 2 by 3 where
 // the template is a table, or of the shape its layout fixes), measured and drawn: a box with room in
-// it, all drawing inside the box, and each child's origin inside it too.
-//
-// A grid places its rows rowspacing + halfH apart, halfH being half the text font's height, while its
-// height counts only rowspacing between rows unless a row is taller than the font: so the last row of
-// a grid of short rows reaches (rows - 1) * halfH below the box. With the fixture's font of 240 twips,
-// height 8 + 2 = 10 and halfH 5: for 2 rows, 5 units.
+// it, all drawing inside the box, and each child's origin inside it too (the last row of a grid
+// included).
 TEST(DefaultSetup, EveryTemplateTypesets)
 {
     struct Grid
@@ -353,7 +348,6 @@ TEST(DefaultSetup, EveryTemplateTypesets)
     };
     Grid const grids[] = {{u"matrix", 6}, {u"determinant", 6}, {u"array", 6},
                           {u"vector", 2}, {u"piecewise", 4},   {u"system", 4}};
-    long const grid_slack = (2 - 1) * 5;
     SetupTable s;
     ASSERT_TRUE(s.read);
     std::vector<std::string> const walked = walk(s.table);
@@ -374,7 +368,7 @@ TEST(DefaultSetup, EveryTemplateTypesets)
         if (grid) {
             EXPECT_EQ(grid->cells, node->count());
         }
-        Typeset const out = typeset(f, node.get(), grid ? grid_slack : 0);
+        Typeset const out = typeset(f, node.get());
         ASSERT_NE(nullptr, out.box);
         EXPECT_GT(out.box->width(), 0);
         EXPECT_GT(out.box->ascent() + out.box->descent(), 0);
@@ -387,7 +381,7 @@ TEST(DefaultSetup, EveryTemplateTypesets)
                 continue;
             Point const p = child->point();
             EXPECT_TRUE(allocation.left() <= p.x && p.x <= allocation.right() && allocation.top() <= p.y &&
-                        p.y <= allocation.bottom() + (grid ? grid_slack : 0))
+                        p.y <= allocation.bottom())
                 << "child " << i << " at " << p.x << "," << p.y;
         }
     }
