@@ -370,7 +370,6 @@ BoxTree *LayoutTable::request(GlyphContext &glyph_context, BoxTree const &constr
     // (and inside a frame or fences around it).
     long const gaps = static_cast<long>(rows) - 1;
     long height = sizes.height + (rs + halfH) * gaps;
-    long const margin = 2 * fontH < height ? cs / 2 : cs;
 
     // Vertical centre. The row pitch here counts half a line whether or not a row is tall.
     long ascent = 0;
@@ -390,7 +389,9 @@ BoxTree *LayoutTable::request(GlyphContext &glyph_context, BoxTree const &constr
         ascent = fontH / 4;
         height = halfH;
     }
-    long width = cs * (static_cast<long>(cols) - 1) + margin;
+    // Cells start half a column gap from the left edge, and the last column ends as far from the
+    // right edge, so that fences and frames stand as far from the cells on both sides.
+    long width = cs * (static_cast<long>(cols) - 1) + 2 * (cs / 2);
     for (long w : sizes.colW)
         width += w;
 
@@ -414,16 +415,13 @@ BoxTree *LayoutTable::request(GlyphContext &glyph_context, BoxTree const &constr
         if (r + 1 < rows)
             y += halfH + rs;
     }
-    // A framed side gets the room that half a gap between cells has, so that the frame stands as far
-    // from the cells as the lines between them do. The left side has half a column gap already; the
-    // right has what the margin leaves after it, which for a tall table is nothing.
+    // A framed top or bottom gets the room that half a gap between rows has, so that the frame stands
+    // as far from the cells as the lines between them do (the sides have half a column gap already).
     wchar const *frame = table->frame_lines();
     long const gap_room = (rs + halfH) / 2;
     long const pad_top = line_char(framelines_.get(), frame, 0) != u'n' ? gap_room : 0;
     long const pad_bottom = line_char(framelines_.get(), frame, 2) != u'n' ? gap_room : 0;
-    long const right_room = margin - cs / 2;
-    long const pad_right = line_char(framelines_.get(), frame, 3) != u'n' && right_room < cs / 2 ? cs / 2 - right_room : 0;
-    node->width(width + pad_right);
+    node->width(width);
     node->ascent(ascent + pad_top);
     node->descent(height - ascent + pad_bottom);
     return node.release();

@@ -158,45 +158,44 @@ TEST(LayoutTable, GridGeometry)
     Point const none(-1, -1);
     Case const cases[] = {
         // colW 40, 30; rows 8 + 2 = 10 each. Rows stand rs 6 + halfH 5 = 11 apart: height = 20 + 11 =
-        // 31, above 2 fontH = 20, so the margin is cs / 2 = 6. Baseline: row 0 gives 8; row 1 starts at
-        // y = 10 + 11 = 21 and gives (8 + 21 + 8) / 2 = 18; descent 31 - 18 = 13. width =
-        // 70 + 12 + 6 = 88. Row 0 at y = -18 + 8 = -10, row 1 at -18 + 21 + 8 = 11; columns from x = 6
+        // 31. Baseline: row 0 gives 8; row 1 starts at y = 10 + 11 = 21 and gives (8 + 21 + 8) / 2 =
+        // 18; descent 31 - 18 = 13. width = 70 + one gap cs 12 + half a gap, 6, on either side = 94. Row 0 at y = -18 + 8 = -10, row 1 at -18 + 21 + 8 = 11; columns from x = 6
         // and 6 + 40 + 12 = 58; centred: (40 - 20) / 2 + 6 = 16, 58, 6, (30 - 10) / 2 + 58 = 68.
-        {"2x2 centred", 2, 2, two_by_two, nullptr, Box(88, 18, 13), {{16, -10}, {58, -10}, {6, 11}, {68, 11}}, {40, 30}},
+        {"2x2 centred", 2, 2, two_by_two, nullptr, Box(94, 18, 13), {{16, -10}, {58, -10}, {6, 11}, {68, 11}}, {40, 30}},
         // "l" then "r": 6, 58 + 30 - 30 = 58, 6, 58 + 30 - 10 = 78.
-        {"left, right", 2, 2, two_by_two, u"lr", Box(88, 18, 13), {{6, -10}, {58, -10}, {6, 11}, {78, 11}}, {40, 30}},
+        {"left, right", 2, 2, two_by_two, u"lr", Box(94, 18, 13), {{6, -10}, {58, -10}, {6, 11}, {78, 11}}, {40, 30}},
         // "l" repeats for column 1.
-        {"left repeats", 2, 2, two_by_two, u"l", Box(88, 18, 13), {{6, -10}, {58, -10}, {6, 11}, {58, 11}}, {40, 30}},
+        {"left repeats", 2, 2, two_by_two, u"l", Box(94, 18, 13), {{6, -10}, {58, -10}, {6, 11}, {58, 11}}, {40, 30}},
         // "r" for column 0 (40 - 20 + 6 = 26, 6), any other character centres column 1.
-        {"right, other", 2, 2, two_by_two, u"rx", Box(88, 18, 13), {{26, -10}, {58, -10}, {6, 11}, {68, 11}}, {40, 30}},
+        {"right, other", 2, 2, two_by_two, u"rx", Box(94, 18, 13), {{26, -10}, {58, -10}, {6, 11}, {68, 11}}, {40, 30}},
         // Three children of four cells: the sizes are those of the full grid, the last cell is empty.
-        {"fewer children", 2, 2, {cell(20, 8, 2), cell(30, 8, 2), cell(40, 8, 2)}, nullptr, Box(88, 18, 13),
+        {"fewer children", 2, 2, {cell(20, 8, 2), cell(30, 8, 2), cell(40, 8, 2)}, nullptr, Box(94, 18, 13),
          {{16, -10}, {58, -10}, {6, 11}, none}, {40, 30}},
-        // Rows 10, 18 (tall), 10: height = 38 + 2 rs + 2 halfH = 60, margin 6. Middle row 1 starts at
+        // Rows 10, 18, 10: height = 38 + 2 rs + 2 halfH = 60, width 10 + 2 * 6 = 22. Middle row 1 starts at
         // y = 10 + 11 = 21: ascent 12 + 21 = 33, descent 27. Rows at -33 + 8 = -25, -33 + 21 + 12 = 0,
         // and -33 + 21 + 18 + 11 + 8 = 25.
-        {"odd rows, tall middle", 3, 1, {cell(10, 8, 2), cell(10, 12, 6), cell(10, 8, 2)}, nullptr, Box(16, 33, 27),
+        {"odd rows, tall middle", 3, 1, {cell(10, 8, 2), cell(10, 12, 6), cell(10, 8, 2)}, nullptr, Box(22, 33, 27),
          {{6, -25}, {6, 0}, {6, 25}}, {10}},
-        // Row 0 is 11 high, tall: height = 21 + rs 6 + halfH 5 = 32. Ascent (8 + 22 + 8) / 2 = 19,
+        // Row 0 is 11 high: height = 21 + rs 6 + halfH 5 = 32. Ascent (8 + 22 + 8) / 2 = 19,
         // descent 13. Rows at -19 + 8 = -11 and -19 + 11 + 11 + 8 = 11.
-        {"tall by one", 2, 1, {cell(10, 8, 3), cell(10, 8, 2)}, nullptr, Box(16, 19, 13), {{6, -11}, {6, 11}}, {10}},
+        {"tall by one", 2, 1, {cell(10, 8, 3), cell(10, 8, 2)}, nullptr, Box(22, 19, 13), {{6, -11}, {6, 11}}, {10}},
         // Rows of exactly fontH stand as far apart as taller ones: height = 20 + 11 = 31, ascent
         // (8 + 21 + 8) / 2 = 18, and the last row's descent 2 ends inside the box: 11 + 2 = 13.
-        {"rows at fontH", 2, 1, {cell(10, 8, 2), cell(10, 8, 2)}, nullptr, Box(16, 18, 13), {{6, -10}, {6, 11}}, {10}},
+        {"rows at fontH", 2, 1, {cell(10, 8, 2), cell(10, 8, 2)}, nullptr, Box(22, 18, 13), {{6, -10}, {6, 11}}, {10}},
         // Four rows of 10: height = 40 + 3 * 11 = 73. Row 1 starts at 21 (ascent 29), row 2 at 42: ascent
         // (8 + 42 + 29) / 2 = 39, midway between the baselines 29 and 50; descent 73 - 39 = 34, the last
         // row's 32 + 2. Rows at -31, -10, 11, 32.
-        {"even rows", 4, 1, {cell(10, 8, 2), cell(10, 8, 2), cell(10, 8, 2), cell(10, 8, 2)}, nullptr, Box(16, 39, 34),
+        {"even rows", 4, 1, {cell(10, 8, 2), cell(10, 8, 2), cell(10, 8, 2), cell(10, 8, 2)}, nullptr, Box(22, 39, 34),
          {{6, -31}, {6, -10}, {6, 11}, {6, 32}}, {10}},
-        // One row: its ascent 9 and descent 3; height 12 is not above 20, so the margin is cs = 12:
-        // width 40 + 2 cs + 12 = 76. Columns at 6, 6 + 10 + 12 = 28, 28 + 20 + 12 = 60.
+        // One row: its ascent 9 and descent 3; width 40 + 2 cs + 2 * 6 = 76. Columns at 6,
+        // 6 + 10 + 12 = 28, 28 + 20 + 12 = 60.
         {"one row", 1, 3, {cell(10, 8, 2), cell(20, 5, 1), cell(10, 9, 3)}, nullptr, Box(76, 9, 3),
          {{6, 0}, {28, 0}, {60, 0}}, {10, 20, 10}},
         // Height 2 is below halfH 5: height 5, ascent fontH / 4 = 2, descent 3; the cell at -2 + 1.
         {"lower than halfH", 1, 1, {cell(10, 1, 1)}, nullptr, Box(22, 2, 3), {{6, -1}}, {10}},
-        // Height 20 is not above 2 fontH: margin cs, width 10 + 12. Height 21 is: margin 6.
-        {"margin at 2 fontH", 1, 1, {cell(10, 12, 8)}, nullptr, Box(22, 12, 8), {{6, 0}}, {10}},
-        {"margin past 2 fontH", 1, 1, {cell(10, 12, 9)}, nullptr, Box(16, 12, 9), {{6, 0}}, {10}},
+        // However tall the table, the room on either side stays half a column gap: width 10 + 12.
+        {"short", 1, 1, {cell(10, 12, 8)}, nullptr, Box(22, 12, 8), {{6, 0}}, {10}},
+        {"taller than 2 fontH", 1, 1, {cell(10, 12, 9)}, nullptr, Box(22, 12, 9), {{6, 0}}, {10}},
     };
     for (Case const &c : cases) {
         SCOPED_TRACE(c.name);
@@ -234,12 +233,12 @@ TEST(LayoutTable, ShapeAndRange)
         std::vector<Point> cells_at;
     };
     Case const cases[] = {
-        // The layout fixes 1 x 2: children 0 and 1 only, colW 20, 30, one row 10 high; margin cs:
-        // width 50 + 12 + 12 = 74. Columns at 6 and 6 + 20 + 12 = 38.
+        // The layout fixes 1 x 2: children 0 and 1 only, colW 20, 30, one row 10 high: width 50 + 12 +
+        // 2 * 6 = 74. Columns at 6 and 6 + 20 + 12 = 38.
         {"fixed shape", 0, 1, 2, 2, 4, Box(74, 8, 2), {{6, 0}, {38, 0}}},
         // The range starts at child 1: cells show children 1, 2 and 3, the fourth cell none. colW 30,
         // 40; the rows as in the 2 x 2 grid. Row 1: child 3 (10 wide) centred in 30: 10 + 6.
-        {"range from 1", 1, 0, 0, 2, 4, Box(88, 18, 13), {{6, -10}, {48, -10}, {16, 11}, {-1, -1}}},
+        {"range from 1", 1, 0, 0, 2, 4, Box(94, 18, 13), {{6, -10}, {48, -10}, {16, 11}, {-1, -1}}},
         // Nothing to show: no children, or a shape of 0 rows.
         {"no children", 0, 0, 0, 2, 0, Box(0, 0, 0), {}},
         {"no rows", 0, 0, 0, 0, 4, Box(0, 0, 0), {}},
@@ -281,26 +280,25 @@ TEST(LayoutTable, WrappingSharesTheWidth)
         // nothing from extra or demand (20 - 20). Shares: 16 + 104 * 84 / 224 = 55, 20 + 60 * 84 / 224
         // = 42, 42. Final: column 1 in 55 is 48 wide (three words), leaving 7: 7 / 2 = 3 each to
         // columns 2 and 3 (45). Column 2 in 45 is 40, leaving 5 to column 3 (50), which is 50.
-        // Lines: 120 / 48 -> 3, 80 / 40 -> 2, 80 / 50 -> 2: descent 2 + 20. One tall row: margin 6,
-        // width 158 + 36 + 6 = 200.
-        {"left-over goes right", 1, 4, four, 208, true, true, {20, 48, 40, 50}, {22}, Box(200, 8, 22)},
+        // Lines: 120 / 48 -> 3, 80 / 40 -> 2, 80 / 50 -> 2: descent 2 + 20. width 158 + 36 + 12 = 206.
+        {"left-over goes right", 1, 4, four, 208, true, true, {20, 48, 40, 50}, {22}, Box(206, 8, 22)},
         // Column 0 of natural 30 and least 20 keeps 30 and takes 10 from both: extra 84 - 10 = 74,
         // demand 234 - 10 = 224. Shares 16 + 104 * 74 / 224 = 50, 20 + 60 * 74 / 224 = 39, 39. Column 1
         // is 48 in 50: 2 / 2 = 1 each, 40 and 40, both used.
         {"narrow column keeps its width", 1, 4, {words(30, 10), words(120, 16), words(80, 10), words(80, 10)}, 208,
-         true, true, {30, 48, 40, 40}, {22}, Box(200, 8, 22)},
+         true, true, {30, 48, 40, 40}, {22}, Box(206, 8, 22)},
         // No room at all: avail is raised to 4 * 2 m = 80. Least sum 76, extra 4, demand 224, fair 20.
         // Shares 20, 16 + 416 / 224 = 17, 20 + 240 / 224 = 21, 21. Column 1: 16 in 17, 1 / 2 = 0;
         // column 2: 20 in 21, 1 / 1 to column 3 (22), which is 20. Lines 8, 4, 4: descent 2 + 70.
-        // width 76 + 36 + 6 = 118.
-        {"avail at least 2 m a column", 1, 4, four, 0, true, true, {20, 16, 20, 20}, {72}, Box(118, 8, 72)},
+        // width 76 + 36 + 12 = 124.
+        {"avail at least 2 m a column", 1, 4, four, 0, true, true, {20, 16, 20, 20}, {72}, Box(124, 8, 72)},
         // Cells of column c are cell r * cols + c. avail = 104 - 24 = 80, natural 20 + 100. Least
         // widths 20, 20; extra 40, demand 80; column 0 within 40 keeps 20; column 1 gets 20 + 80 * 40 /
-        // 80 = 60. Cell 1 in 60: 60 wide, 2 lines (descent 12); cell 3 is 60. Rows 8/12 (tall) and
-        // 8/2: height 30 + 6 + 5 = 41, ascent (8 + 31 + 8) / 2 = 23, descent 18; width 80 + 12 + 6.
+        // 80 = 60. Cell 1 in 60: 60 wide, 2 lines (descent 12); cell 3 is 60. Rows 8/12 and 8/2:
+        // height 30 + 6 + 5 = 41, ascent (8 + 31 + 8) / 2 = 23, descent 18; width 80 + 12 + 12.
         {"two rows", 2, 2, {words(20, 10), words(100, 20), words(10, 10), words(60, 20)}, 104, true, true, {20, 60},
-         {12, 2}, Box(98, 23, 18)},
-        // No wrapping: the natural widths, one line of 10; margin cs: 300 + 36 + 12.
+         {12, 2}, Box(104, 23, 18)},
+        // No wrapping: the natural widths, one line of 10: 300 + 36 + 12.
         {"wrapchildren off", 1, 4, four, 208, false, true, {20, 120, 80, 80}, {2}, Box(348, 8, 2)},
         {"wrap_lines off", 1, 4, four, 208, true, false, {20, 120, 80, 80}, {2}, Box(348, 8, 2)},
         // avail 348 - 48 = 300 is not below natural 300.
@@ -327,8 +325,8 @@ TEST(LayoutTable, WrappingSharesTheWidth)
 // 2. The cell: 40 wide, 8 up, 2 + 2 + 8 = 12 down.
 // The table: constraint 0 gives avail max(0 - cs, 2 m) = 20, below the natural 60. Least width 40
 // (the wrapped cell); extra max(20 - 40, 0) = 0, demand 20; the one column, wider than avail / 1,
-// gets 40 + 20 * 0 / 20 = 40, cut to avail 20. Wrapped again in 20: 40 wide. One row 20 high, not
-// above 2 fontH: margin cs, width 40 + 12 = 52.
+// gets 40 + 20 * 0 / 20 = 40, cut to avail 20. Wrapped again in 20: 40 wide. One row 20
+// high: width 40 + 2 * 6 = 52.
 TEST(LayoutTable, CellsBrokenByLineWrapping)
 {
     TableFixture x(new LayoutTable(0, -1, 0, 0, nullptr, nullptr, nullptr, nullptr, true), 1, 1, {atoms(6)});
@@ -350,11 +348,10 @@ TEST(LayoutTable, CellsBrokenByLineWrapping)
 
 TEST(LayoutTable, LinesAndPens)
 {
-    // The 2 x 2 grid drawn at (100, 50): box 88 wide, 18 up, 13 down, so left 100, right 188, top 32,
+    // The 2 x 2 grid drawn at (100, 50): box 94 wide, 18 up, 13 down, so left 100, right 194, top 32,
     // bottom 63. Rows stand rs 6 + halfH 5 = 11 apart; row 0's cells stand at y 40 with descent 2, so
     // its line is in the middle of the gap: 40 + 2 + 11 / 2 = 47. The column gap is at 100 + 40 + cs
-    // = 152. A framed top or bottom adds 11 / 2 = 5 to the box on that side; a framed right adds
-    // cs / 2 = 6, since this table's margin (cs / 2, it is taller than 2 fontH) leaves none there.
+    // = 152. A framed top or bottom adds 11 / 2 = 5 to the box on that side.
     std::string const thick = "pen(3/#000000/solid,restart=1)";
     std::string const thin = "pen(1/#000000/solid,restart=1)";
     std::string const restore = "pen(0/#000000/solid,restart=1)";
@@ -414,15 +411,15 @@ TEST(LayoutTable, RowLinesOfThreeRows)
 {
     // Three rows as in "odd rows, tall middle", drawn at (0, 0): cells at y -25, 0, 25 with descents
     // 2, 6, 2, rows (rs 6 + halfH 5) = 11 apart. Lines in the middle of the gaps, 11 / 2 = 5 below
-    // each row: 5 - 25 + 2 = -18 and 5 + 0 + 6 = 11, across the width 16. "S" then "x".
+    // each row: 5 - 25 + 2 = -18 and 5 + 0 + 6 = 11, across the width 22. "S" then "x".
     TableFixture x(new LayoutTable(0, -1, 0, 0, u"Sx", nullptr, nullptr, nullptr, false), 3, 1,
                    {cell(10, 8, 2), cell(10, 12, 6), cell(10, 8, 2)});
     std::unique_ptr<BoxTree> box(x.request());
     x.f.canvas.clear();
     draw_as(x.f.context, x.table.get(), x.table_layout, AllocationTree(Point(0, 0), box.get()));
     std::vector<std::string> const calls{"font(Times New Roman,240,0,0,cs=1,angle=0)",
-                                         "pen(3/#000000/solid,restart=1)", "line(0,-18,16,-18)",
-                                         "pen(1/#000000/solid,restart=1)", "line(0,11,16,11)",
+                                         "pen(3/#000000/solid,restart=1)", "line(0,-18,22,-18)",
+                                         "pen(1/#000000/solid,restart=1)", "line(0,11,22,11)",
                                          "pen(0/#000000/solid,restart=1)"};
     EXPECT_EQ(calls, x.f.canvas.calls());
 }
