@@ -1,5 +1,5 @@
 // tavi-render as a user meets it: bad documents and bad command lines (messages, exit status, and
-// no output file left behind), --help, the output format from the suffix or --format, and the
+// no output file left behind), the output format from the suffix or --format, and the
 // options that change the drawing: --font-size, --dpi, --width, and tables with lines in PNG, SVG
 // and PDF.
 #include <gtest/gtest.h>
@@ -31,7 +31,6 @@ std::string read_all(std::string const &path)
     return f.readAll().toStdString();
 }
 
-void write_all(std::string const &path, std::string const &text) { ASSERT_TRUE(write_text_file(path, text)); }
 
 bool contains(std::string const &text, std::string const &part) { return text.find(part) != std::string::npos; }
 
@@ -83,10 +82,10 @@ TEST(RenderCli, AFailedRunLeavesAnExistingOutputAsItWas)
 {
     std::string const folder = fresh_folder("kept-output");
     std::string const out = folder + "/formula.svg";
-    write_all(out, "old");
+    ASSERT_TRUE(write_text_file(out, "old"));
     // A malformed file is named in the message, with the line and column where reading stopped:
     // the end of the text, line 2, column 0, after the line end.
-    write_all(folder + "/bad.xml", "<math " + ns + "><plus>\n");
+    ASSERT_TRUE(write_text_file(folder + "/bad.xml", "<math " + ns + "><plus>\n"));
     RenderRun const run = run_render({folder + "/bad.xml", "-o", out});
     EXPECT_EQ(1, run.exit_code);
     EXPECT_TRUE(contains(run.errors, "tavi-render: " + folder + "/bad.xml:2:0: ")) << run.errors;
@@ -108,9 +107,7 @@ TEST(RenderCli, BadCommandLines)
     std::vector<Case> const cases = {
         {{"--format", "gif"}, 2, "unknown format 'gif'"},
         {{"--width", "8parsecs"}, 2, "bad width '8parsecs'"},
-        {{"--width", "-3cm"}, 2, "bad width"},
         {{"--font-size", "0"}, 2, "bad font size"},
-        {{"--dpi", "0"}, 2, "bad dpi"},
         {{"--dpi", "7.5"}, 2, "bad dpi"},
         {{"--dpi"}, 2, "option --dpi needs a value"},
         {{"-o", "formula.gif"}, 2, "cannot tell the format"},
@@ -128,39 +125,25 @@ TEST(RenderCli, BadCommandLines)
     }
 }
 
-TEST(RenderCli, HelpNamesEveryOptionAndFormat)
-{
-    RenderRun const run = run_render({"--help"});
-    EXPECT_EQ(0, run.exit_code);
-    for (char const *part : {"Usage: tavi-render", "--output", "--format", "--setup", "--font-size", "--dpi",
-                             "--width", "png", "svg", "pdf", "eps", "svg-writer"})
-        EXPECT_TRUE(contains(run.output, part)) << part;
-}
-
 TEST(RenderCli, TheFormatComesFromTheSuffixOrFromFormat)
 {
     struct Case
     {
-        std::vector<std::string> arguments;   // the output's name is added
+        std::vector<std::string> arguments;  // the output's name is added
         char const *file;
-        char const *starts_with;              // the first bytes of the format
+        char const *starts_with;             // the first bytes of the format
     };
     std::vector<Case> const cases = {
-        {{}, "f.png", "\x89PNG"},
-        {{}, "f.PDF", "%PDF-"},
-        {{}, "f.eps", "%!PS-Adobe"},
-        {{}, "f.svg", "<?xml"},
+        {{}, "f.png", "\x89PNG"}, {{}, "f.PDF", "%PDF-"}, {{}, "f.eps", "%!PS-Adobe"}, {{}, "f.svg", "<?xml"},
         {{"--format", "png"}, "f.svg", "\x89PNG"},
         {{"--format", "svg-writer"}, "f.out", "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg version=\"1.1\" baseProfile=\"tiny\""},
         {{"--format=pdf"}, "g.out", "%PDF-"},
     };
     std::string const folder = fresh_folder("formats");
-    for (Case const &c : cases) {
+    for (Case c : cases) {
         SCOPED_TRACE(c.file);
-        std::vector<std::string> args = c.arguments;
-        args.push_back("-o");
-        args.push_back(folder + "/" + c.file);
-        RenderRun const run = run_render(args, math("<num>1</num>"));
+        c.arguments.insert(c.arguments.end(), {"-o", folder + "/" + c.file});
+        RenderRun const run = run_render(c.arguments, math("<num>1</num>"));
         EXPECT_EQ(0, run.exit_code) << run.errors;
         EXPECT_EQ(0u, read_all(folder + "/" + c.file).rfind(c.starts_with, 0));
     }
@@ -268,18 +251,16 @@ TEST(RenderCli, TableLinesAppearInPngSvgAndPdf)
     // across (frame top, two between rows, frame bottom) and four down.
     std::string const doc = math("<tab tmp=\"array\" rows=\"3\" cols=\"3\" rowl=\"s\" coll=\"s\" frl=\"S\">" + cells + "</tab>");
     std::string const folder = fresh_folder("table-lines");
-    write_all(folder + "/table.xml", doc);
+    ASSERT_TRUE(write_text_file(folder + "/table.xml", doc));
     std::string error;
     for (char const *suffix : {".png", ".svg", ".pdf"}) {
         SCOPED_TRACE(suffix);
         std::string const out = folder + "/table" + suffix;
         RenderRun const run = run_render({folder + "/table.xml", "--dpi", "96", "-o", out});
         ASSERT_EQ(0, run.exit_code) << run.errors;
-        std::string png = out;
-        if (std::string(suffix) == ".svg")
-            png = rasterise_svg(out, 96, error);
-        else if (std::string(suffix) == ".pdf")
-            png = rasterise_pdf(out, 96, error);
+        std::string const kind = suffix;
+        std::string const png = kind == ".svg" ? rasterise_svg(out, 96, error)
+                                : kind == ".pdf" ? rasterise_pdf(out, 96, error) : out;
         ASSERT_FALSE(png.empty()) << error;
         QImage const image = read_png(png);
         ASSERT_FALSE(image.isNull());

@@ -14,8 +14,6 @@
 
 namespace TaviTest {
 
-std::string render_program() { return TAVI_RENDER_PROGRAM; }
-
 RenderRun run_render(std::vector<std::string> const &arguments, std::string const &input)
 {
     RenderRun run;
@@ -23,7 +21,7 @@ RenderRun run_render(std::vector<std::string> const &arguments, std::string cons
     for (std::string const &a : arguments)
         args << QString::fromStdString(a);
     QProcess process;
-    process.start(QString::fromStdString(render_program()), args);
+    process.start(QString::fromStdString(TAVI_RENDER_PROGRAM), args);
     if (!process.waitForStarted(30000))
         return run;
     if (!input.empty())
@@ -51,38 +49,34 @@ std::string fresh_folder(std::string const &name)
 
 bool file_exists(std::string const &path) { return QFileInfo::exists(QString::fromStdString(path)); }
 
-std::string rasterise_svg(std::string const &svg, int dpi, std::string &error)
+// Runs the rasteriser `tool` (of `package`) and answers `png`, or an empty string with the reason.
+static std::string rasterise(char const *tool, char const *package, std::vector<std::string> const &args,
+                             std::string const &png, std::string &error)
 {
-    std::string const tool = find_tool("rsvg-convert");
-    if (tool.empty()) {
-        error = "rsvg-convert is needed (package librsvg2-bin)";
-        return std::string();
-    }
-    std::string const png = svg + ".png";
-    std::string const d = std::to_string(dpi);
-    ToolRun const run = run_tool(tool, {"--dpi-x", d, "--dpi-y", d, "--background-color", "white", "-o", png, svg});
-    if (!run.started || run.exit_code != 0) {
-        error = "rsvg-convert failed: " + run.errors;
-        return std::string();
-    }
-    return png;
+    std::string const program = find_tool(tool);
+    ToolRun const run = program.empty() ? ToolRun() : run_tool(program, args);
+    if (program.empty())
+        error = std::string(tool) + " is needed (package " + package + ")";
+    else if (!run.started || run.exit_code != 0)
+        error = std::string(tool) + " failed: " + run.errors;
+    else
+        return png;
+    return std::string();
 }
 
+std::string rasterise_svg(std::string const &svg, int dpi, std::string &error)
+{
+    std::string const d = std::to_string(dpi);
+    return rasterise("rsvg-convert", "librsvg2-bin",
+                     {"--dpi-x", d, "--dpi-y", d, "--background-color", "white", "-o", svg + ".png", svg}, svg + ".png",
+                     error);
+}
+
+// pdftoppm adds ".png" to the root it is given.
 std::string rasterise_pdf(std::string const &pdf, int dpi, std::string &error)
 {
-    std::string const tool = find_tool("pdftoppm");
-    if (tool.empty()) {
-        error = "pdftoppm is needed (package poppler-utils)";
-        return std::string();
-    }
-    // pdftoppm adds ".png" to the root it is given.
-    std::string const root = pdf + ".raster";
-    ToolRun const run = run_tool(tool, {"-r", std::to_string(dpi), "-png", "-singlefile", pdf, root});
-    if (!run.started || run.exit_code != 0) {
-        error = "pdftoppm failed: " + run.errors;
-        return std::string();
-    }
-    return root + ".png";
+    return rasterise("pdftoppm", "poppler-utils", {"-r", std::to_string(dpi), "-png", "-singlefile", pdf, pdf + ".raster"},
+                     pdf + ".raster.png", error);
 }
 
 void grid_shape(QImage const &image, int cell, int &cols, int &rows)
@@ -99,30 +93,26 @@ InkGrid ink_grid(QImage const &image, int cols, int rows)
     grid.ink.assign(static_cast<std::size_t>(cols * rows), 0.0);
     int const w = image.width();
     int const h = image.height();
-    for (int r = 0; r < rows; ++r) {
+    // Edges at the same fractions of the image in every rendering.
+    auto edge = [](int size, int k, int n) { return static_cast<int>(static_cast<long>(size) * k / n); };
+    for (int r = 0; r < rows; ++r)
         for (int c = 0; c < cols; ++c) {
-            // Edges at the same fractions of the image in every rendering.
-            int const left = static_cast<int>(static_cast<long>(w) * c / cols);
-            int const right = static_cast<int>(static_cast<long>(w) * (c + 1) / cols);
-            int const top = static_cast<int>(static_cast<long>(h) * r / rows);
-            int const bottom = static_cast<int>(static_cast<long>(h) * (r + 1) / rows);
+            int const left = edge(w, c, cols), right = edge(w, c + 1, cols);
+            int const top = edge(h, r, rows), bottom = edge(h, r + 1, rows);
             long const area = static_cast<long>(right - left) * (bottom - top);
             if (area > 0)
                 grid.ink[static_cast<std::size_t>(r * cols + c)] =
                     static_cast<double>(count_ink(image, left, top, right, bottom)) / static_cast<double>(area);
         }
-    }
     return grid;
 }
 
 std::vector<std::string> ink_mismatches(InkGrid const &a, InkGrid const &b, double present, double absent)
 {
+    if (a.cols != b.cols || a.rows != b.rows)
+        return {"grids of different shape"};
     std::vector<std::string> found;
-    if (a.cols != b.cols || a.rows != b.rows) {
-        found.push_back("grids of different shape");
-        return found;
-    }
-    for (int r = 0; r < a.rows; ++r) {
+    for (int r = 0; r < a.rows; ++r)
         for (int c = 0; c < a.cols; ++c) {
             double const x = a.at(c, r);
             double const y = b.at(c, r);
@@ -132,7 +122,6 @@ std::vector<std::string> ink_mismatches(InkGrid const &a, InkGrid const &b, doub
                 found.push_back(text);
             }
         }
-    }
     return found;
 }
 

@@ -19,9 +19,6 @@ struct RenderRun
     std::string errors;     // standard error
 };
 
-// The program under test, as the build placed it.
-std::string render_program();
-
 // Runs tavi-render with the arguments, feeding `input` to its standard input.
 RenderRun run_render(std::vector<std::string> const &arguments, std::string const &input = std::string());
 
