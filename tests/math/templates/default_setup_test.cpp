@@ -17,6 +17,7 @@
 #include "tavi/geometry/allocationtree.h"
 #include "tavi/geometry/boxtree.h"
 #include "tavi/kxt/stream.h"
+#include "tavi/kxt/utf.h"
 #include "tavi/math/mathnode.h"
 #include "tavi/math/templates/mathoverlaytemplateinfo.h"
 #include "tavi/math/templates/mathtemplate.h"
@@ -38,15 +39,8 @@ std::string read_text(std::string const &path)
     return out.str();
 }
 
-wstring wide(std::string const &s) { return wstring(s.begin(), s.end()); }
-
-std::string narrow(wchar const *text)
-{
-    std::string out;
-    for (; text && *text; ++text)
-        out += *text < 128 ? static_cast<char>(*text) : '?';
-    return out;
-}
+wstring wide(std::string const &s) { return Kxt::to_ustring(s); }
+std::string narrow(wchar const *text) { return Kxt::to_string(text); }
 
 // A table of no scene with the default setup read into it.
 struct SetupTable
