@@ -163,22 +163,13 @@ TEST(DataSource, MathContentAndCopy)
     EXPECT_EQ(math_doc("<plus sgn=\"++\"><ident>y</ident><num>2</num></plus>"), content(whole));
 }
 
-// Qt hosting has a clipboard that offers and keeps nothing.
-TEST(Clipboard, QtClipboardHoldsNothing)
-{
-    EXPECT_EQ(&Qt_Clipboard::instance(), &Clipboard::object());
-    EXPECT_FALSE(Clipboard::has_text());
-    EXPECT_EQ(nullptr, Clipboard::text());
-    Kxt::KTheapStream stream(16, 16);
-    EXPECT_FALSE(Qt_Clipboard::instance().get_data(1, stream));
-    TextSource source(u"kept");
-    source.put_on_clipboard();  // ignored: the source stays the caller's
-}
-
-// With a host's clipboard: text put on it comes back, sources go to it, and a request for several
-// formats answers the position of the first one on offer.
+// Qt hosting has a clipboard that offers and keeps nothing. With a host's clipboard: text put on it
+// comes back, sources go to it, and a request for several formats answers the position of the first
+// one on offer.
 TEST(Clipboard, TextThroughTheHostsClipboard)
 {
+    EXPECT_EQ(&Qt_Clipboard::instance(), &Clipboard::object());
+    EXPECT_EQ(nullptr, Clipboard::text());
     HoldingFrame frame;
     EXPECT_FALSE(Clipboard::has_text());
     wstring const long_text(700, u'z');  // more than the stream's first block
