@@ -187,7 +187,8 @@ QSize png_size(std::vector<std::string> args, std::string const &document, std::
     return read_png(path).size();
 }
 
-TEST(RenderCli, FontSizeAndDpiScaleThePicture)
+// --font-size and --dpi scale the picture; --width breaks a long sum into a tall narrow one.
+TEST(RenderCli, FontSizeDpiAndWidth)
 {
     std::string const folder = fresh_folder("scale");
     std::string const doc = math("<plus><ident>x</ident><num>12345</num></plus>");
@@ -199,25 +200,20 @@ TEST(RenderCli, FontSizeAndDpiScaleThePicture)
     EXPECT_NEAR(2.0, (big.width() - 6) / w, 0.15);
     EXPECT_NEAR(2.0, (fine.width() - 10) / w, 0.15);
     EXPECT_NEAR(2.0, (big.height() - 6.0) / (base.height() - 6.0), 0.2);
-}
 
-TEST(RenderCli, WidthBreaksALongSumIntoATallNarrowPicture)
-{
     std::string body;
     for (char c = 'a'; c <= 'z'; ++c)
         body += std::string("<ident>") + c + "</ident>";
-    std::string const doc = math("<plus>" + body + "</plus>");
-    std::string const folder = fresh_folder("width");
-    QSize const line = png_size({"--dpi", "96"}, doc, folder + "/line.png");
-    QSize const narrow = png_size({"--dpi", "96", "--width", "4cm"}, doc, folder + "/narrow.png");
+    std::string const sum = math("<plus>" + body + "</plus>");
+    QSize const line = png_size({"--dpi", "96"}, sum, folder + "/line.png");
+    QSize const narrow = png_size({"--dpi", "96", "--width", "4cm"}, sum, folder + "/narrow.png");
     // 4 cm is 4 / 2.54 * 96 = 151 pixels, plus 6 of margin.
     ASSERT_GT(line.width(), 300) << "the sum must be far wider than the wrap width";
     EXPECT_LE(narrow.width(), 151 + 6 + 2);
     // 26 terms of about 20 pixels (a letter and a sign) in lines of 151: at least three lines.
     EXPECT_GE(narrow.height(), 3 * (line.height() - 6));
-    // The same width given in points and in inches makes the same picture.
-    QSize const points = png_size({"--dpi", "96", "--width", "113.39pt"}, doc, folder + "/points.png");
-    EXPECT_EQ(narrow, points);
+    // The same width given in points makes the same picture.
+    EXPECT_EQ(narrow, png_size({"--dpi", "96", "--width", "113.39pt"}, sum, folder + "/points.png"));
 }
 
 // The lines of the part of a drawing from `from` to `to` (pixel rows for lines down, columns for
