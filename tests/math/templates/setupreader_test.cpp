@@ -1,7 +1,7 @@
 // The setup reader: faults of the file (each recorded, the rest of the file still read, the table
 // still usable), the attributes of content and changecontent, replacement of templates, every layout
 // element and the class and children of what it builds, the child ranges of oper "*", streams that
-// fail and the block boundary, and the attribute lookups.
+// fail and the block boundary, and the handlers as the parser drives them.
 #include "setup_support.h"
 
 #include <gtest/gtest.h>
@@ -64,6 +64,7 @@ TEST(SetupReader, EveryFaultIsRecordedAndTheRestOfTheFileStillLands)
         {R"(<unknown><content id="inner" arity="0"/></unknown>)", true},
         {R"(<content arity="0"/>)", true},                                  // no id
         {R"(<content id="a"/>)", true},                                     // no arity
+        {R"(<content id="a" ARITY="1"/>)", true},                           // names are exact
         {R"(<content id="a" arity="-1"/>)", true},
         {R"(<content id="a" arity="x"/>)", true},
         {R"(<content id="a" arity="2" dummies="3"/>)", true},
@@ -523,49 +524,4 @@ TEST(SetupReader, HandlersCollectTextOnlyInsideTokens)
     TemplateTable spaced(nullptr);
     EXPECT_TRUE(read_setup(spaced, in_root(" text <content id=\"t\" arity=\"0\">\n <layout>\n  <mi> x </mi>\n </layout>\n</content>\n")));
     EXPECT_EQ(3u, static_cast<LayoutToken *>(layout_of(spaced, u"t"))->text().length());
-}
-
-// The attribute lookups: the first exact name wins, a missing one gives the default (a fault when
-// required), the flag form reads four words only and takes a null value as missing.
-TEST(SetupReader, FindAttr)
-{
-    wchar const *attrs[] = {u"a", u"1", u"b", u"false", u"c", u"yes", u"a", u"0", u"d", nullptr, u"id", u"x"};
-    std::size_t const count = sizeof attrs / sizeof attrs[0];
-    struct FlagCase
-    {
-        wchar const *name;
-        bool def, required, value, fault;
-    };
-    FlagCase const flags[] = {
-        {u"a", false, false, true, false},  {u"b", true, false, false, false},
-        {u"c", true, false, false, true},   {u"d", true, false, true, false},
-        {u"e", true, false, true, false},   {u"e", false, true, false, true},
-        {u"A", true, false, true, false},   {u"x", false, false, false, false},
-    };
-    for (FlagCase const &c : flags) {
-        SCOPED_TRACE(narrow(c.name) + (c.required ? " required" : ""));
-        TemplateTable table(nullptr);
-        EXPECT_EQ(c.value, table.find_attr(c.name, attrs, count, c.def, c.required));
-        EXPECT_EQ(c.fault, table.setup_failed());
-    }
-    struct TextCase
-    {
-        wchar const *name;
-        bool required;
-        wstring value;
-        bool fault;
-    };
-    TextCase const texts[] = {
-        {u"a", true, u"1", false}, {u"c", false, u"yes", false}, {u"id", true, u"x", false},
-        {u"x", false, u"-", false}, {u"x", true, u"-", true},     {u"d", false, u"-", false},
-    };
-    for (TextCase const &c : texts) {
-        SCOPED_TRACE(narrow(c.name));
-        TemplateTable table(nullptr);
-        EXPECT_EQ(c.value, table.find_attr(c.name, attrs, count, u"-", c.required));
-        EXPECT_EQ(c.fault, table.setup_failed());
-    }
-    // An odd count never reads past the list.
-    TemplateTable table(nullptr);
-    EXPECT_EQ(u"-", table.find_attr(u"id", attrs, 11, u"-", false));
 }
