@@ -162,3 +162,21 @@ TEST(Examples, NamedCharactersKeepTheirClasses)
             EXPECT_NE(found.end(), std::find(found.begin(), found.end(), w)) << "class " << w.first << " code " << w.second;
     }
 }
+
+// Each example carries its formula's TeX in a comment before the math element: not blank, with at
+// least one command, relation or script, as TeX of a formula has.
+TEST(Examples, EachCarriesItsTeX)
+{
+    for (auto const &file : examples()) {
+        SCOPED_TRACE(file.filename().string());
+        std::string const text = read_text(file.string());
+        std::size_t const open = text.find("<!--");
+        std::size_t const math = text.find("<math");
+        ASSERT_NE(std::string::npos, open);
+        std::size_t const close = text.find("-->", open);
+        ASSERT_NE(std::string::npos, close);
+        EXPECT_LT(close, math) << "the comment comes first";
+        std::string const tex = text.substr(open + 4, close - open - 4);
+        EXPECT_NE(std::string::npos, tex.find_first_of("\\=^_<>")) << tex;
+    }
+}
