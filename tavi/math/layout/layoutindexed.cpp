@@ -28,6 +28,29 @@ LayoutIndexed::ScriptStyle::~ScriptStyle()
     }
 }
 
+bool LayoutIndexed::get_my_neighbour_child(MathNodeContext &context, long index, Input::Key key, long &result)
+{
+    if (count() < 2)
+        return false;
+    if (key == Input::key_left && child(1)->has_child_node(context, index))
+        return child(0)->get_child_node(context, result);
+    if (key == Input::key_right && child(0)->has_child_node(context, index))
+        return child(1)->get_child_node(context, result);
+    return false;
+}
+
+BoxTree *LayoutIndexed::base_and_script(BoxTree *base, BoxTree *script, Point at, long width, long ascent,
+                                        long descent)
+{
+    BoxTreeAtomicNode *node = new BoxTreeAtomicNode(2);
+    node->setChild(1, at, script);
+    node->setChild(0, Point(0, 0), base);
+    node->width(width);
+    node->ascent(ascent);
+    node->descent(descent);
+    return node;
+}
+
 LayoutOp *LayoutIndexed::core_operator()
 {
     MathLayout *base = count() > 0 ? child(0) : nullptr;

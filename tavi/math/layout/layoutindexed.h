@@ -42,6 +42,11 @@ public:
     void draw(GlyphContext &context, AllocationTree const &allocation) override;
 
 protected:
+    // With one script (children 0 the base, 1 the script): left from the script to the base, right
+    // from the base to the script. LayoutSubSup, with two scripts, moves on its own.
+    bool get_my_neighbour_child(MathNodeContext &context, long index, Input::Key key, long &result) override;
+    // The atomic box of a base at the origin and one script at `at`, with the given size.
+    static BoxTree *base_and_script(BoxTree *base, BoxTree *script, Point at, long width, long ascent, long descent);
     // Measures child 0. An operator base is asked for its slants and measured with the constraint
     // (asLeaf: with a leaf holding the constraint's size); any other base has no slants and no limit.
     BoxTree *request_base(MathNodeContext &context, BoxTree const &constraint, bool asLeaf, long &subSlant,

@@ -27,25 +27,8 @@ BoxTree *LayoutSub::request(GlyphContext &gc, BoxTree const &constraint)
     long const width = base->width() + sub->width() + subSlant;
     long const ascent = std::max(base->ascent(), subShift);
     long const descent = std::max(base->descent(), sub->descent() - subShift + sub->ascent());
-
-    BoxTreeAtomicNode *node = new BoxTreeAtomicNode(2);
-    node->setChild(1, Point(base->width() + subSlant, sub->ascent() - subShift), sub);
-    node->setChild(0, Point(0, 0), base);
-    node->width(width);
-    node->ascent(ascent);
-    node->descent(descent);
-    return node;
-}
-
-bool LayoutSub::get_my_neighbour_child(MathNodeContext &context, long index, Input::Key key, long &result)
-{
-    if (count() < 2)
-        return false;
-    if (key == Input::key_left && child(1)->has_child_node(context, index))
-        return child(0)->get_child_node(context, result);
-    if (key == Input::key_right && child(0)->has_child_node(context, index))
-        return child(1)->get_child_node(context, result);
-    return false;
+    Point const at(base->width() + subSlant, sub->ascent() - subShift);
+    return base_and_script(base, sub, at, width, ascent, descent);
 }
 
 }  // namespace Tavi

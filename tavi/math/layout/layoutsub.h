@@ -12,10 +12,6 @@ public:
     LayoutSub() = default;
 
     BoxTree *request(GlyphContext &context, BoxTree const &constraint) override;
-
-protected:
-    // Left from the subscript to the base, right from the base to the subscript.
-    bool get_my_neighbour_child(MathNodeContext &context, long index, Input::Key key, long &result) override;
 };
 
 }  // namespace Tavi

@@ -28,25 +28,7 @@ BoxTree *LayoutSup::request(GlyphContext &gc, BoxTree const &constraint)
     long const width = base->width() + sup->width() + supSlant;
     long const ascent = std::max(base->ascent(), supShift + sup->ascent());
     long const descent = base->descent();
-
-    BoxTreeAtomicNode *node = new BoxTreeAtomicNode(2);
-    node->setChild(1, Point(base->width() + supSlant, -supShift), sup);
-    node->setChild(0, Point(0, 0), base);
-    node->width(width);
-    node->ascent(ascent);
-    node->descent(descent);
-    return node;
-}
-
-bool LayoutSup::get_my_neighbour_child(MathNodeContext &context, long index, Input::Key key, long &result)
-{
-    if (count() < 2)
-        return false;
-    if (key == Input::key_left && child(1)->has_child_node(context, index))
-        return child(0)->get_child_node(context, result);
-    if (key == Input::key_right && child(0)->has_child_node(context, index))
-        return child(1)->get_child_node(context, result);
-    return false;
+    return base_and_script(base, sup, Point(base->width() + supSlant, -supShift), width, ascent, descent);
 }
 
 }  // namespace Tavi

@@ -12,10 +12,6 @@ public:
     LayoutSup() = default;
 
     BoxTree *request(GlyphContext &context, BoxTree const &constraint) override;
-
-protected:
-    // Left from the superscript to the base, right from the base to the superscript.
-    bool get_my_neighbour_child(MathNodeContext &context, long index, Input::Key key, long &result) override;
 };
 
 }  // namespace Tavi
