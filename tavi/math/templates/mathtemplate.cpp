@@ -77,6 +77,28 @@ MathNode *MathTemplate::create_cat_node(wchar const *text) { return create_node(
 
 MathNode *MathTemplate::create_edit_node(MathString const &) { return nullptr; }
 
+namespace {
+
+// Appends `count` placeholders of the dummy template to a new node. A node that is null, or whose
+// placeholders cannot all be made, gives null (the node is freed).
+MathNode *with_placeholders(MathNode *node, MathTemplate *dummy, std::size_t count)
+{
+    if (node == nullptr)
+        return nullptr;
+    for (std::size_t i = 0; i < count; ++i) {
+        MathNode *placeholder = dummy->create_node();
+        if (placeholder == nullptr) {
+            node->ref();
+            node->unref();
+            return nullptr;
+        }
+        node->append(placeholder);
+    }
+    return node;
+}
+
+}  // namespace
+
 // The node the user gets on entering the template: a fresh node holding one placeholder, made by the
 // table's dummy template, for each operand it starts with. A grid is entered with its shape filled with
 // placeholders.
@@ -87,19 +109,7 @@ MathNode *MathTemplate::create_edit_node()
     MathTemplate *dummy = table_ ? table_->get_dummy_template() : nullptr;
     if (dummies_ > 0 && dummy == nullptr)
         return nullptr;
-    MathNode *node = create_node();
-    if (node == nullptr)
-        return nullptr;
-    for (std::size_t i = 0; i < dummies_; ++i) {
-        MathNode *placeholder = dummy->create_node();
-        if (placeholder == nullptr) {
-            node->ref();
-            node->unref();
-            return nullptr;
-        }
-        node->append(placeholder);
-    }
-    return node;
+    return with_placeholders(create_node(), dummy, dummies_);
 }
 
 // A shape that the table layout fixes wins over the one asked for; what is still open is asked of the
@@ -131,17 +141,7 @@ MathNode *MathTemplate::create_tabular_edit_node(std::size_t rows, std::size_t c
     MathTemplate *dummy = table_->get_dummy_template();
     if (dummy == nullptr)
         return nullptr;
-    MathTableNode *node = new MathTableNode(this, rows, cols);
-    for (std::size_t i = 0; i < rows * cols; ++i) {
-        MathNode *placeholder = dummy->create_node();
-        if (placeholder == nullptr) {
-            node->ref();
-            node->unref();
-            return nullptr;
-        }
-        node->append(placeholder);
-    }
-    return node;
+    return with_placeholders(new MathTableNode(this, rows, cols), dummy, rows * cols);
 }
 
 bool MathTemplate::valid_overlay_arg(MathNode *node) { return node != nullptr; }
