@@ -1,7 +1,5 @@
-// Memory streams: reading in blocks, fixed and growing buffers, and the std::ostream adapter.
-#include "tavi/kxt/stdstream.h"
+// Memory streams: reading in blocks and growing buffers.
 #include "tavi/kxt/stream.h"
-#include "tavi/kxt/xmltext.h"
 
 #include <gtest/gtest.h>
 
@@ -14,11 +12,6 @@ namespace {
 using Kxt::KTheapStream;
 using Kxt::KTmemoryStream;
 using Kxt::KTstream;
-
-std::string held(KTmemoryStream const &stream)
-{
-    return std::string(reinterpret_cast<char const *>(stream.data()), stream.length());
-}
 
 TEST(MemoryStream, ReadsInBlocksUntilTheEnd)
 {
@@ -38,31 +31,6 @@ TEST(MemoryStream, ReadsInBlocksUntilTheEnd)
     std::size_t count = 99;
     EXPECT_EQ(stream.write("x", 1, count), KTstream::ReadOnly);
     EXPECT_EQ(count, 0u);
-    EXPECT_EQ(held(stream), text);
-}
-
-TEST(MemoryStream, FixedBufferFillsUpAndOverwritesAfterRewind)
-{
-    char buffer[8];
-    KTmemoryStream stream(buffer, sizeof buffer, 0);
-    std::size_t count = 0;
-    EXPECT_EQ(stream.write("abcde", 5, count), Kxt::KTstream_Ok);
-    EXPECT_EQ(count, 5u);
-    // 3 bytes of room are left for 5
-    EXPECT_EQ(stream.write("fghij", 5, count), KTstream::NoSpace);
-    EXPECT_EQ(count, 3u);
-    EXPECT_EQ(held(stream), "abcdefgh");
-
-    stream.rewind();
-    EXPECT_EQ(stream.write("XY", 2, count), KTstream::Ok);
-    EXPECT_EQ(held(stream), "XYcdefgh");  // rewriting the start keeps the rest
-    char rest[16];
-    EXPECT_EQ(stream.read(rest, sizeof rest, count), KTstream::Ok);
-    EXPECT_EQ(std::string(rest, count), "cdefgh");
-
-    KTmemoryStream nothing;
-    EXPECT_EQ(nothing.write("a", 1, count), KTstream::NoSpace);
-    EXPECT_EQ(count, 0u);
 }
 
 TEST(HeapStream, GrowsAcrossManyBlocks)
@@ -72,12 +40,9 @@ TEST(HeapStream, GrowsAcrossManyBlocks)
         std::size_t capacity;  // the smallest block + k * growth, or doubling, that holds total
     };
     std::vector<Case> const cases = {
-        {512, 512, 100, 1300, 1536},  // 512 + 2 * 512
-        {16, 8, 7, 1000, 1000},       // 16 + 123 * 8
         {3, 7, 5, 50, 52},            // 3 + 7 * 7
-        {10, 0, 3, 100, 160},         // 10, 20, 40, 80, 160
         {0, 0, 1, 100, 128},          // 1, 2, 4, ..., 128
-        {64, 64, 640, 640, 640},      // one write of many steps: 64 + 9 * 64
+        {16, 8, 640, 640, 640},       // one write of many steps: 16 + 78 * 8
     };
     for (Case const &c : cases) {
         SCOPED_TRACE(testing::Message() << "block " << c.block << ", growth " << c.growth);
@@ -112,24 +77,6 @@ TEST(HeapStream, GrowsAcrossManyBlocks)
         }
         EXPECT_EQ(read, bytes);
     }
-}
-
-TEST(StdStream, WritesThroughWithoutFlush)
-{
-    KTheapStream target(4, 4);
-    Kxt::KTstreamStdStream out(target);
-    EXPECT_TRUE(out.good());
-    out << "x=" << 42 << ' ' << u"\x00E9";
-    // no flush: every byte is in the stream already ("\xC3\xA9" is U+00E9 in UTF-8)
-    EXPECT_EQ(held(target), "x=42 \xC3\xA9");
-    EXPECT_TRUE(out.good());
-
-    char buffer[4];
-    KTmemoryStream small(buffer, sizeof buffer, 0);
-    Kxt::KTstreamStdStream full(small);
-    full << "abcdef";
-    EXPECT_TRUE(full.bad());
-    EXPECT_EQ(held(small), "abcd");
 }
 
 }  // namespace

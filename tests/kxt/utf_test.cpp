@@ -26,30 +26,12 @@ struct Encoded {
 // is that high + 3F, low DFFF.
 std::vector<Encoded> const encodings = {
     // the BMP edges: the one-, two- and three-byte limits, and around the surrogate block
-    {0x0000, "\0"s, wstring(1, 0)},
-    {0x0041, "A", u"A"},
-    {0x007F, "\x7F", u"\x007F"},
     {0x0080, "\xC2\x80", u"\x0080"},
-    {0x00E9, "\xC3\xA9", u"\x00E9"},
     {0x07FF, "\xDF\xBF", u"\x07FF"},
-    {0x0800, "\xE0\xA0\x80", u"\x0800"},
-    {0x20AC, "\xE2\x82\xAC", u"\x20AC"},
-    {0xD7FF, "\xED\x9F\xBF", u"\xD7FF"},
-    {0xE000, "\xEE\x80\x80", u"\xE000"},
-    {0xFFFD, "\xEF\xBF\xBD", u"\xFFFD"},
     {0xFFFF, "\xEF\xBF\xBF", u"\xFFFF"},
-    // the first and the last code point of the planes where a bit of the lead bytes changes
+    // the first and the last code point of planes where a bit of the lead bytes changes
     {0x10000, "\xF0\x90\x80\x80", {0xD800, 0xDC00}},
-    {0x1FFFF, "\xF0\x9F\xBF\xBF", {0xD83F, 0xDFFF}},
-    {0x20000, "\xF0\xA0\x80\x80", {0xD840, 0xDC00}},
-    {0x2FFFF, "\xF0\xAF\xBF\xBF", {0xD87F, 0xDFFF}},
-    {0x30000, "\xF0\xB0\x80\x80", {0xD880, 0xDC00}},
-    {0x3FFFF, "\xF0\xBF\xBF\xBF", {0xD8BF, 0xDFFF}},
     {0x40000, "\xF1\x80\x80\x80", {0xD8C0, 0xDC00}},
-    {0x4FFFF, "\xF1\x8F\xBF\xBF", {0xD8FF, 0xDFFF}},
-    {0xF0000, "\xF3\xB0\x80\x80", {0xDB80, 0xDC00}},
-    {0xFFFFF, "\xF3\xBF\xBF\xBF", {0xDBBF, 0xDFFF}},
-    {0x100000, "\xF4\x80\x80\x80", {0xDBC0, 0xDC00}},
     {0x10FFFF, "\xF4\x8F\xBF\xBF", {0xDBFF, 0xDFFF}},
     // inside a plane: 1F600 - 10000 = F600, high D800 + 3D, low DC00 + 200
     {0x1F600, "\xF0\x9F\x98\x80", {0xD83D, 0xDE00}},
@@ -94,21 +76,10 @@ struct BadUtf8 {
 // Each maximal ill-formed piece becomes one U+FFFD, and the byte that broke a sequence starts
 // the next one.
 std::vector<BadUtf8> const bad_utf8 = {
-    {"stray continuation", "\x80", u"\xFFFD"},
-    {"two stray continuations", "\x80\xBF", u"\xFFFD\xFFFD"},
     {"C0 never leads (overlong NUL)", "\xC0\x80", u"\xFFFD\xFFFD"},
-    {"E0 80 is overlong", "\xE0\x80\x80", u"\xFFFD\xFFFD\xFFFD"},
-    {"E0 9F BF is overlong U+07FF", "\xE0\x9F\xBF", u"\xFFFD\xFFFD\xFFFD"},
     {"encoded high surrogate D800", "\xED\xA0\x80", u"\xFFFD\xFFFD\xFFFD"},
-    {"F0 8F is overlong U+FFFF", "\xF0\x8F\xBF\xBF", u"\xFFFD\xFFFD\xFFFD\xFFFD"},
     {"F4 90 is U+110000", "\xF4\x90\x80\x80", u"\xFFFD\xFFFD\xFFFD\xFFFD"},
-    {"F5 never leads", "\xF5\x80\x80\x80", u"\xFFFD\xFFFD\xFFFD\xFFFD"},
-    {"FE and FF", "\xFE\xFF", u"\xFFFD\xFFFD"},
-    {"cut off at the end", "\xE2\x82", u"\xFFFD"},
-    {"cut off four-byte", "\xF0\x9F\x98", u"\xFFFD"},
     {"cut off before ASCII", "\xE2\x82" "A", u"\xFFFD" "A"},
-    {"lead, ASCII, continuation", "\xE2(\xA1", u"\xFFFD(\xFFFD"},
-    {"lone lead at the end", "ab\xC3", u"ab\xFFFD"},
     // the example of the Unicode standard (U+FFFD substitution of maximal subparts)
     {"Unicode example", "a\xF1\x80\x80\xE1\x80\xC2" "b\x80" "c\x80\xBF" "d",
      u"a\xFFFD\xFFFD\xFFFD" "b\xFFFD" "c\xFFFD\xFFFD" "d"},
@@ -138,10 +109,7 @@ struct BadUtf16 {
 
 std::vector<BadUtf16> const bad_utf16 = {
     {"lone high", {0xD800}, "\xEF\xBF\xBD"},
-    {"lone low", {0xDC00}, "\xEF\xBF\xBD"},
     {"high before ASCII", {0xDBFF, u'a'}, "\xEF\xBF\xBD" "a"},
-    {"low before high", {0xDC00, 0xD800}, "\xEF\xBF\xBD\xEF\xBF\xBD"},
-    {"high at the end", {u'a', 0xD83D}, "a\xEF\xBF\xBD"},
     {"two highs, then a low", {0xD83D, 0xD83D, 0xDE00}, "\xEF\xBF\xBD\xF0\x9F\x98\x80"},
 };
 
@@ -162,22 +130,6 @@ TEST(Utf, LoneSurrogatesBecomeReplacementCharacters)
     Kxt::append_utf8(out, 0xDFFF);
     Kxt::append_utf8(out, 0x110000);
     EXPECT_EQ(out, "\xEF\xBF\xBD\xEF\xBF\xBD");
-}
-
-TEST(Utf, NullAndUnknownEncodings)
-{
-    EXPECT_EQ(Kxt::to_ustring(static_cast<char const *>(nullptr)), u"");
-    EXPECT_EQ(Kxt::to_string(static_cast<Kxt::wchar const *>(nullptr)), "");
-
-    Kxt::codecvt_string_to_ustring const widen("ISO-8859-1", false);
-    Kxt::codecvt_ustring_to_string const narrow("", false);
-    EXPECT_FALSE(widen.valid());
-    EXPECT_FALSE(narrow.valid());
-    EXPECT_EQ(widen("abc"), u"");
-    EXPECT_TRUE(widen.failed());
-    EXPECT_EQ(narrow(u"abc"), "");
-    EXPECT_TRUE(narrow.failed());
-    EXPECT_FALSE(Kxt::codecvt_string_to_ustring(nullptr, false).valid());
 }
 
 }  // namespace
