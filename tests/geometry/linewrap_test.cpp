@@ -81,8 +81,6 @@ TEST(LineWrap, RowsOfLeaves)
         Box box;
     };
     Case const cases[] = {
-        // 10 + 20 + 30 in 100: one line from 0; the box is at least the text line high.
-        {"one line", {atom(10), atom(20, 0, 0, 5), atom(30)}, 100, false, -1, {{0, 0}, {10, 0}, {30, 0}}, Box(60, 8, 2)},
         // Costs after 30, 60, 90: 400 + 1715, 400 + 320, 400 + 5 (5000 * 0.1^3); the last is lowest.
         // The fourth atom overflows (120): break before it. Line 2 at y 2 + 8 = 10, x indent 10.
         {"cheapest is last", {atom(30), atom(30), atom(30), atom(30)}, 100, false, -1,
@@ -98,27 +96,16 @@ TEST(LineWrap, RowsOfLeaves)
         // With 626 the later gap costs 1026 > 1025: break after A; B, C at 10 and 60.
         {"one more and the earlier wins", {atom(50), atom(50, 0, 626), atom(10)}, 100, false, -1,
          {{0, 0}, {10, 10}, {60, 10}}, Box(70, 8, 12)},
-        // A break forced after B is taken at C although everything fits.
-        {"forced from the right", {atom(10), atom(10, 0, forced), atom(10)}, 100, false, -1,
-         {{0, 0}, {10, 0}, {10, 10}}, Box(20, 8, 12)},
-        {"forced from the left", {atom(10), atom(10), atom(10, forced)}, 100, false, -1,
-         {{0, 0}, {10, 0}, {10, 10}}, Box(20, 8, 12)},
+        // A break forced before C wins over B's forbidding one, though everything fits.
         {"forced wins over forbidden", {atom(10), atom(10, 0, forbidden), atom(10, forced)}, 100, false, -1,
          {{0, 0}, {10, 0}, {10, 10}}, Box(20, 8, 12)},
         // A prefix operator (right badness 50000) after A: the only candidate is before it (after A,
         // 400 + 625 = 1025), so at B (40 + 50 > 80) the operator goes down with B: 10 and 20.
         {"prefix operator kept with its operand", {atom(40), atom(10, 0, forbidden), atom(40)}, 80, false, -1,
          {{0, 0}, {10, 10}, {20, 10}}, Box(60, 8, 12)},
-        // The same operator as infix: after it 400 + 5000 * (30/80)^3 = 663.67 < 1025, so it ends line 1.
-        {"infix operator may end a line", {atom(40), atom(10), atom(40)}, 80, false, -1,
-         {{0, 0}, {40, 0}, {10, 10}}, Box(50, 8, 12)},
         // No candidate before A (120 > 100): it stays on line 1 and overflows; the gap after it costs
         // the cap 49999 (fill 49999 + 400), which still is a candidate.
         {"an atom wider than the line", {atom(120), atom(10)}, 100, false, -1, {{0, 0}, {10, 10}}, Box(120, 8, 12)},
-        // Each break forced: every line but the first indented. B (10 + 60) cannot join A's line (60):
-        // 70 + 60 > 100. Lines at 0, 10, 20.
-        {"indent of every line but the first", {atom(60, 0, forced), atom(60, 0, forced), atom(60)}, 100, false, -1,
-         {{0, 0}, {10, 10}, {10, 20}}, Box(70, 8, 22)},
         // Break forced after A (ends at 30). B's line would be 10 + 50 = 60 wide; 60 + 30 <= 100 and
         // not taller, so B goes behind A at x 30 on y 0. C overflows the line, and starts line 2 at
         // y 2 + 8 = 10. Widest 60 + 30 = 90.
@@ -132,19 +119,10 @@ TEST(LineWrap, RowsOfLeaves)
         // B at 2 + 9 + 10 = 21 (height 23), C at 23 + 8 + 10 = 41, descent 23 + 2 + 8 + 10 = 43.
         {"a taller tail does not join", {atom(30, 0, forced), atom(50, 0, 0, 9), atom(60)}, 100, false, -1,
          {{0, 0}, {10, 21}, {10, 41}}, Box(70, 8, 43)},
-        // B's line 10 + 65 = 75; 75 + 30 > 100: no joining.
-        {"a wide tail does not join", {atom(30, 0, forced), atom(65), atom(60)}, 100, false, -1,
-         {{0, 0}, {10, 10}, {10, 20}}, Box(75, 8, 22)},
-        // Widths below 4 "m" are 40: 20 + 20 fits, 20 + 21 does not.
-        {"width -5 is 40", {atom(20), atom(20)}, -5, false, -1, {{0, 0}, {20, 0}}, Box(40, 8, 2)},
-        {"width 25 is 40", {atom(20), atom(20)}, 25, false, -1, {{0, 0}, {20, 0}}, Box(40, 8, 2)},
+        // Widths below 4 "m" are 40: 20 + 21 does not fit in 0.
         {"41 in 40", {atom(20), atom(21)}, 0, false, -1, {{0, 0}, {10, 10}}, Box(31, 8, 12)},
-        // Display style keeps 2 ex = 10 off the width: 100 fits in 105 but not in 105 - 10.
-        {"text style 105", {atom(50), atom(50)}, 105, false, -1, {{0, 0}, {50, 0}}, Box(100, 8, 2)},
+        // Display style keeps 2 ex = 10 off the width: 100 does not fit in 105 - 10.
         {"display style 105", {atom(50), atom(50)}, 105, true, -1, {{0, 0}, {10, 10}}, Box(60, 8, 12)},
-        {"display style 110", {atom(50), atom(50)}, 110, true, -1, {{0, 0}, {50, 0}}, Box(100, 8, 2)},
-        // 45 - 10 = 35 is below 40: 40 it is.
-        {"display style 45", {atom(20), atom(20)}, 45, true, -1, {{0, 0}, {20, 0}}, Box(40, 8, 2)},
     };
     for (Case const &c : cases) {
         SCOPED_TRACE(c.name);
@@ -204,7 +182,6 @@ TEST(LineWrap, DeeperGapsCostMore)
         ASSERT_TRUE(wrap(root, 100));
         EXPECT_EQ(expected_text(c.offsets), offsets_text({a, b, cc, d}));
         EXPECT_EQ(c.box, root.box());
-        EXPECT_EQ(2, a->level());
         if (c.shape == nested) {
             EXPECT_EQ(3, b->level());
             EXPECT_EQ(0, inner->xOffset());  // a node between the root and its atoms stands at x 0
@@ -315,12 +292,6 @@ TEST(LineWrap, ALongNumberIsReplacedByItsPieces)
          {{0, 5, 60, {30, 0}}, {5, 12, 80, {10, 10}}, {12, 19, 80, {10, 20}}, {19, 25, 60, {10, 30}}},
          {{0, 0}, {70, 30}},
          Box(100, 8, 32)},
-        // First on the line the room is 100: 8 digits (90). Then 7, 7 and the last 3 (30); C at
-        // 10 + 30 = 40. Widest 90.
-        {"at the start", false,
-         {{0, 8, 90, {0, 0}}, {8, 15, 80, {10, 10}}, {15, 22, 80, {10, 20}}, {22, 25, 30, {10, 30}}},
-         {{40, 30}},
-         Box(90, 8, 32)},
     };
     for (Case const &c : cases) {
         SCOPED_TRACE(c.name);

@@ -2,14 +2,12 @@
 // the helper itself and in every conversion that uses it.
 #include "tavi/geometry/allocation.h"
 #include "tavi/geometry/box.h"
-#include "tavi/geometry/extent.h"
 #include "tavi/geometry/point.h"
 #include "tavi/geometry/rect.h"
 #include "tavi/geometry/rounding.h"
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <limits>
 
 using namespace Tavi;
@@ -24,10 +22,7 @@ struct RoundCase
 
 // floor(value + 0.5) for each.
 RoundCase const round_cases[] = {
-    {2.5, 3},     {-2.5, -2},   {-0.5, 0},  {0.5, 1},       {-2.6, -3},     {0.49, 0},   {-0.49, 0},
-    {-0.51, -1},  {0.0, 0},     {-0.0, 0},  {1.0, 1},       {-1.0, -1},     {-1.5, -1},  {1.5, 2},
-    {-3.49, -3},  {-3.5, -3},   {-3.51, -4}, {1e6 + 0.5, 1000001}, {-1e6 - 0.5, -1000000},
-    {2147483646.5, 2147483647}, {-2147483647.5, -2147483647},
+    {2.5, 3}, {-2.5, -2}, {-0.5, 0}, {-0.51, -1}, {0.49, 0}, {-1e6 - 0.5, -1000000},
 };
 
 }  // namespace
@@ -42,16 +37,13 @@ TEST(Rounding, OutOfRangeValuesAreClampedNotUndefined)
 {
     EXPECT_EQ(round_to_long(std::numeric_limits<double>::quiet_NaN()), 0);
     EXPECT_EQ(round_to_long(1e300), std::numeric_limits<long>::max());
-    EXPECT_EQ(round_to_long(-1e300), std::numeric_limits<long>::min());
-    EXPECT_EQ(round_to_long(std::numeric_limits<double>::infinity()), std::numeric_limits<long>::max());
+    EXPECT_EQ(round_to_long(-std::numeric_limits<double>::infinity()), std::numeric_limits<long>::min());
 }
 
 // Every to_ conversion rounds each field on its own by the same rule.
 TEST(Rounding, ConversionsRoundEachField)
 {
     EXPECT_EQ(PointF(-2.5, 2.5).to_point(), Point(-2, 3));
-    EXPECT_EQ(PointF(-0.5, 0.5).to_point(), Point(0, 1));
-    EXPECT_EQ(ExtentF(2.5, -2.6).to_extent(), Extent(3, -3));
     EXPECT_EQ(BoxF(0.49, -2.5, -0.5).to_box(), Box(0, -2, 0));
     // top -2.5 -> -2, left 0.49 -> 0, bottom 2.5 -> 3, right -2.6 -> -3
     EXPECT_EQ(RectF(-2.5, 0.49, 2.5, -2.6).to_rect(), Rect(-2, 0, 3, -3));
