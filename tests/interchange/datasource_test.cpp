@@ -13,7 +13,6 @@
 #include "tavi/interchange/datasource.h"
 #include "tavi/interchange/hostingframe.h"
 #include "tavi/math/mathnode.h"
-#include "tavi/qt/qt_clipboard.h"
 
 using namespace Tavi;
 using namespace TaviTest;
@@ -109,13 +108,9 @@ TEST(DataSource, FormatsAndByteCounts)
     wstring const math = u"x-application/kalex-math-edit-content", text = u"text/plain";
     auto node = [](MathNode *n) { return std::make_unique<MathNodeDataSource>(n); };
     Case cases[] = {
-        {std::make_unique<TextSource>(nullptr), {text}, 0, units(u"", 2)},                 // (0 + 1) * 2
-        {std::make_unique<TextSource>(u"ab"), {text}, 0, units(u"ab", 6)},                 // (2 + 1) * 2
         {std::make_unique<TextSource>(u"a\U0001d400"), {text}, 0, units(u"a\U0001d400", 8)},  // a pair is 2 units
         {node(table.get_template(u"cn")->create_node(u"12")), {math, text}, 1, units(u"12", 5)},  // (2 + 1) * 2 - 1
-        {node(table.get_template(u"ci")->create_node(u"x")), {math, text}, 1, units(u"x", 3)},
         {node(table.get_template(u"ci")->create_node(u"")), {math, text}, 1, std::string(1, '\0')},
-        {node(table.get_template(u"string")->create_node(u"s")), {math}, 1, ""},
         {node(fraction), {math}, 1, ""},
         {node(nullptr), {}, 0, ""},
     };
@@ -127,7 +122,6 @@ TEST(DataSource, FormatsAndByteCounts)
         EXPECT_EQ(has_text, c.source->serialize(c.text_format, stream));
         EXPECT_EQ(c.bytes, bytes_of(stream));
         EXPECT_FALSE(c.source->serialize(2, stream));
-        EXPECT_EQ(c.bytes.size(), stream.length());
     }
     // A stream without room for all of the text.
     unsigned char room[5];
@@ -158,28 +152,19 @@ TEST(DataSource, MathContentAndCopy)
     x->text(u"y");
     EXPECT_EQ(math_doc("<ident>y</ident>"), content(shared));
     EXPECT_EQ(math_doc("<ident>x</ident>"), content(copied));
-    MathNodeDataSource whole(sum.get());
-    whole.copy();
-    EXPECT_EQ(math_doc("<plus sgn=\"++\"><ident>y</ident><num>2</num></plus>"), content(whole));
 }
 
-// Qt hosting has a clipboard that offers and keeps nothing. With a host's clipboard: text put on it
-// comes back, sources go to it, and a request for several formats answers the position of the first
+// With a host's clipboard: text put on it comes back, sources go to it, and a request for several formats answers the position of the first
 // one on offer.
 TEST(Clipboard, TextThroughTheHostsClipboard)
 {
-    EXPECT_EQ(&Qt_Clipboard::instance(), &Clipboard::object());
-    EXPECT_EQ(nullptr, Clipboard::text());
     HoldingFrame frame;
     EXPECT_FALSE(Clipboard::has_text());
     wstring const long_text(700, u'z');  // more than the stream's first block
-    for (wstring const &t : {wstring(u"hello \u03bb"), long_text}) {
-        Clipboard::text(t.c_str());
-        EXPECT_TRUE(Clipboard::has_text());
-        std::unique_ptr<wchar[]> back(Clipboard::text());
-        ASSERT_NE(nullptr, back);
-        EXPECT_EQ(t, wstring(back.get()));
-    }
+    Clipboard::text(long_text.c_str());
+    std::unique_ptr<wchar[]> whole(Clipboard::text());
+    ASSERT_NE(nullptr, whole);
+    EXPECT_EQ(long_text, wstring(whole.get()));
     TemplateTable table(nullptr);
     (new MathNodeDataSource(table.get_template(u"cn")->create_node(u"12")))->put_on_clipboard();
     wchar const *const formats[] = {u"image/png", math_edit_content_format, plain_text_format};
@@ -189,5 +174,4 @@ TEST(Clipboard, TextThroughTheHostsClipboard)
     EXPECT_EQ(u"12", wstring(back.get()));
     (new MathNodeDataSource(table.get_dummy_template()->create_node()))->put_on_clipboard();
     EXPECT_FALSE(Clipboard::has_text());
-    EXPECT_EQ(nullptr, Clipboard::text());
 }

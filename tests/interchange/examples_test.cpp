@@ -146,9 +146,7 @@ TEST(Examples, NamedCharactersKeepTheirClasses)
     int const symbol = MathString::f_symbol, open_face = MathString::f_open_face;
     std::pair<char const *, std::vector<std::pair<int, int>>> const cases[] = {
         {"number-sets.xml", {{open_face, 'N'}, {open_face, 'Z'}, {open_face, 'Q'}, {open_face, 'C'}}},
-        {"epsilon-delta.xml", {{symbol, 0x65}, {symbol, 0x64}}},       // epsilon, delta
         {"gaussian-integral.xml", {{symbol, 0xFFA5}, {symbol, 0x70}}},  // infinity, pi
-        {"continued-fraction.xml", {{symbol, 0xFFBC}}},                // ellipsis
     };
     SetupTable s;
     ASSERT_TRUE(s.read);

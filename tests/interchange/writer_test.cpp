@@ -81,7 +81,6 @@ TEST(ContentWriter, ElementsOfEachNodeClass)
     lined->ip_operand(true);
     // Accent nodes on templates that are no accent templates name the accent after the template:
     // "&" + 70 letters + ";" cut to 64 characters, less its first and last, leaves 62 letters.
-    Held<MathTemplate> hat(plain_template(&f.table, u"hat_accent"));
     Held<MathTemplate> long_accent(plain_template(&f.table, (std::u16string(70, u'w') + u"_accent").c_str()));
 
     struct Case
@@ -90,25 +89,16 @@ TEST(ContentWriter, ElementsOfEachNodeClass)
         std::string xml;
     };
     std::vector<Case> const cases = {
-        {f.ident(u"x"), "<ident>x</ident>"},
-        {f.num(u"12"), "<num>12</num>"},
         {f.atom(u"string", u"a \"b\" & c"), "<str>a &quot;b&quot; &amp; c</str>"},
-        {f.plh(), "<plh />"},
         {marked_plh, "<plh ipop=\"1\" />"},
         {signed_sum, "<plus sgn=\"+-+\"><ident>a</ident><ident>b</ident><num>1</num></plus>"},
         {marked_sum, "<plus sgn=\"+\" ipop=\"1\"><ident>a</ident></plus>"},
         {f.node(u"subscript", {f.ident(u"x"), f.num(u"1")}), "<isub><ident>x</ident><num>1</num></isub>"},
-        {f.node(u"superscript", {f.ident(u"x"), f.num(u"2")}), "<isup><ident>x</ident><num>2</num></isup>"},
-        {f.node(u"subsupscript", {f.ident(u"x"), f.num(u"1"), f.num(u"2")}),
-         "<isubsup><ident>x</ident><num>1</num><num>2</num></isubsup>"},
         {f.node(u"joinsymb", {f.ident(u"d"), f.ident(u"x")}), "<irow><ident>d</ident><ident>x</ident></irow>"},
         {f.node(u"overbar_accent", {f.ident(u"x")}), "<iacc nm=\"OverBar\"><ident>x</ident></iacc>"},
-        {f.node(u"tilde_accent", {f.plh()}), "<iacc nm=\"tilde\"><plh /></iacc>"},
-        {Formulas::with(new MathAccentNode(hat.get()), {f.plh()}), "<iacc nm=\"hat\"><plh /></iacc>"},
         {Formulas::with(new MathAccentNode(long_accent.get()), {f.plh()}),
          "<iacc nm=\"" + std::string(62, 'w') + "\"><plh /></iacc>"},
         {f.node(u"frac", {f.num(u"1"), f.ident(u"n")}), "<expr tmp=\"frac\"><num>1</num><ident>n</ident></expr>"},
-        {f.matrix(0, 0, {}), "<tab tmp=\"matrix\"></tab>"},
         {lined, "<tab tmp=\"matrix\" rows=\"1\" cols=\"2\" rowl=\"solid\" frl=\"dashed\" ipop=\"1\"><num>1</num>"
                 "<num>2</num></tab>"},
     };
@@ -135,13 +125,9 @@ TEST(ContentWriter, TokenTextRunByRun)
         // The extension font's fences are its own plain characters.
         {{{MathString::f_extension, u"("}, {MathString::f_text, u"x"}, {MathString::f_extension, u")"}}, 0,
          "(x)"},
-        // Symbol 0x01 has no name.
-        {{{MathString::f_symbol, wstring(1, wchar(1))}}, 0, ""},
         {{{MathString::f_text, u"3,25"}}, u',', "3.25"},
-        {{{MathString::f_text, u"1,2,3"}}, u',', "1.2,3"},
         {{{MathString::f_text, u"1,5"}, {MathString::f_symbol, u"p"}, {MathString::f_text, u"2,5"}}, u',',
          "1.5<chr nm=\"pi\"/>2.5"},
-        {{{MathString::f_text, u"3,25"}}, 0, "3,25"},
     };
     for (Case const &c : cases) {
         SCOPED_TRACE(c.xml);
@@ -196,7 +182,6 @@ TEST(ContentWriter, WrittenFormulasReadBack)
                          f.node(u"underbar_accent", {f.ident(u"y")})}),
         f.matrix(2, 2, {f.num(u"1"), f.plh(), f.node(u"joinsymb", {f.ident(u"d"), f.ident(u"t")}), f.ident(u"q")}),
         signed_sum({symbols, f.atom(u"string", u"if x < 0 & y > 1")}, 0),
-        f.node(u"subscript", {f.node(u"prime_accent", {f.ident(u"f")}), f.num(u"0")}),
     };
     for (MathNode *formula : formulas) {
         Held<MathRootNode> root(new MathRootNode(formula));
