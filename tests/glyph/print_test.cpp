@@ -93,18 +93,6 @@ void expect_plausible_extension(Extension const &e)
     EXPECT_LT(e.bottom() - e.top(), 2 * 960);
 }
 
-TEST(Print, BroughtUpInOrderTheRenderHostIsJoined)
-{
-    PrintHost host;
-    EXPECT_EQ(host.scene_imp.scene(), &host.scene);
-    EXPECT_EQ(host.scene.view_count(), 1);
-    EXPECT_EQ(host.scene.view_at(0), &host.view);
-    EXPECT_EQ(host.view.scene(), &host.scene);
-    EXPECT_EQ(host.view.glyph_scene(), &host.scene);
-    EXPECT_EQ(host.view_imp.view(), &host.view);
-    EXPECT_EQ(host.view.viewport(), Extension(0, 0, 1, 1));
-}
-
 TEST(Print, OnPrintToSvgRendersTheFormulaWithRsvg)
 {
     // The SVG writer measures in the screen pixels of its Qt gauge and draws in twentieths of a point:
