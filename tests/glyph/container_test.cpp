@@ -1,5 +1,5 @@
 // The child-list rules shared by PolyGlyph<Glyph>, Row, AllocGlyph<Glyph> and Placement: order,
-// references, parents, undraw before release, out-of-range errors, positions, Placement's allocation.
+// references, parents, undraw before release, out-of-range errors, positions.
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -274,31 +274,6 @@ TYPED_TEST(PositionTest, PositionsStayAlignedAndReplaceResets)
     c.replace(1, this->find('b'));  // the same glyph: its position stays
     EXPECT_EQ(this->positions(c), "(0,0)(2,20)(0,0)");
     EXPECT_THROW(c.position(3, Point(1, 1)), std::out_of_range);
-}
-
-TEST(IsAllocated, PlacementNeedsItsOwnAllocation)
-{
-    Journal journal;
-    CountedPlacement placement;
-    EXPECT_FALSE(placement.is_allocated());  // even with no children to object
-    auto *a = new Probe("a", &journal);
-    placement.append(a);
-    EXPECT_FALSE(placement.is_allocated());
-
-    GlyphContext context(nullptr, nullptr);
-    AllocationTree where(Point(3, 4), nullptr);
-    std::unique_ptr<AllocationTree> result(placement.allocate(context, where));
-    ASSERT_TRUE(result);
-    EXPECT_EQ(*result, where);
-    EXPECT_TRUE(placement.is_allocated());
-    a->allocated = false;
-    EXPECT_FALSE(placement.is_allocated());  // and then the children have their say
-    a->allocated = true;
-
-    placement.position(0, Point(1, 1));  // moving a child is not a change of the list
-    EXPECT_TRUE(placement.is_allocated());
-    placement.append(new Probe("b"));  // a change of the list is
-    EXPECT_FALSE(placement.is_allocated());
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 // Tests of GlyphScene with GlyphView: drawing (scene and selection extensions), selection by point at
-// the next draw, the pending scroll to the selection, and the reaction to change hints.
+// the next draw, and the reaction to change hints.
 #include <gtest/gtest.h>
 
 #include "scene_fixtures.h"
@@ -104,31 +104,6 @@ TEST(GlyphScene, ClickSelectsAtTheNextDrawAndAModifiedClickIsRefused)
     host.view.mouse_down(Point(500, 500), 0, false);
     host.view.on_draw(&canvas, false);
     EXPECT_EQ(host.scene.focus()->glyph(), root->child());
-}
-
-TEST(GlyphScene, ScrollToSelectionBeforeTheFirstDrawWaitsForIt)
-{
-    Root *root = make_strip_root();
-    Host host(root);
-    // Select the last cell, x 60 to 90; the viewport shows x 0 to 20.
-    host.scene.select(root->child()->component(2));
-    host.view_imp.scrolls.clear();
-    host.view.scroll_to_selection();
-    EXPECT_TRUE(host.view.scroll_pending());
-    EXPECT_TRUE(host.view_imp.scrolls.empty());
-
-    TaviTest::RecordingCanvas canvas;
-    host.view.on_draw(&canvas, false);
-    EXPECT_FALSE(host.view.scroll_pending());
-    // Both edges right of the viewport's: x grows by (90 + 20) - 20 = 90. y: top 0 is not above 0,
-    // bottom 10 is not below 10.
-    EXPECT_EQ(host.view_imp.scrolls, (std::vector<Point>{Point(90, 0)}));
-
-    // A click drops a pending scroll.
-    host.scene.changed(SelectionChange::object());
-    EXPECT_TRUE(host.view.scroll_pending());
-    host.view.mouse_down(Point(1, 1), 0, false);
-    EXPECT_FALSE(host.view.scroll_pending());
 }
 
 TEST(GlyphScene, ChangedDistinguishesSelectionEditAndOtherHints)

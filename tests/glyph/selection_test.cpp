@@ -1,13 +1,12 @@
 // Tests of the selection chain: GlyphSelection's links to its owner, HierarchicalSingleSelection's
-// inward-first rules (focus, keys, commands, select in and out, select and deselect by glyph), the
-// memos that rebuild a chain, and the scene as the outermost selection with its accelerators.
+// inward-first rules (focus, keys, commands, select in and out, select and deselect by glyph), and
+// the scene as the outermost selection with its accelerators.
 #include <gtest/gtest.h>
 
 #include <memory>
 
 #include "scene_fixtures.h"
 #include "support/recording_canvas.h"
-#include "tavi/glyph/glyphscenememo.h"
 
 namespace {
 
@@ -65,31 +64,6 @@ TEST(Selection, SelectByGlyphBuildsTheChainDownToIt)
     EXPECT_TRUE(c.top()->attached() && c.middle()->attached() && c.bottom()->attached());
     EXPECT_TRUE(c.scene.contains(c.inner));
     EXPECT_FALSE(c.scene.contains(c.last));
-}
-
-TEST(Selection, SelectKeepsAChainThatAlreadyHoldsTheGlyph)
-{
-    Chain c;
-    c.scene.select(c.second);
-    // The strip's own selection holds the inner strip; select(inner) on it stops at the middle level.
-    PathSelection *top = c.top();
-    ASSERT_TRUE(top->select(c.inner));
-    EXPECT_EQ(top->focus()->glyph(), c.inner);
-    // A glyph outside the tree: every child is tried, and the chain is dropped.
-    auto *stranger = new Cell(Box(1, 1, 1));
-    stranger->ref();
-    c.scene.journal.clear();
-    EXPECT_FALSE(top->select(stranger));
-    EXPECT_EQ(top->sub_selection(), nullptr);
-    // The inner strip's level tries its two cells and drops; then the top tries its children: the
-    // inner strip (whose new level tries its two cells again) and the last cell.
-    EXPECT_EQ(c.scene.journal, (Journal{"select_child:0", "select_child:1", "select_child:0", "select_child:0",
-                                        "select_child:1", "select_child:1"}));
-    // Through the scene, the failed select falls back to select_default and answers false.
-    EXPECT_FALSE(c.scene.select(stranger));
-    EXPECT_NE(c.scene.selection(), nullptr);
-    EXPECT_EQ(c.scene.focus()->glyph(), c.outer);
-    stranger->unref();
 }
 
 TEST(Selection, KeysStayWithTheFocusCommandsComeBackOut)
@@ -170,34 +144,11 @@ TEST(Selection, DeselectDropsTheLevelsThatLoseTheirGlyph)
     EXPECT_EQ(c.scene.selection(), nullptr);
     EXPECT_EQ(c.scene.focus(), &c.scene);
 
-}
-
-TEST(Selection, MemoRebuildsTheChainAfterItWasChanged)
-{
-    Chain c;
+    // A glyph leaving the tree reaches the scene through its parents.
     c.scene.select(c.second);
-    std::unique_ptr<SelectionMemo> memo(c.scene.memo());
-    auto *scene_memo = dynamic_cast<GlyphSceneMemo *>(memo.get());
-    ASSERT_NE(scene_memo, nullptr);
+    c.second->deselect();
+    EXPECT_EQ(c.scene.focus()->glyph(), c.inner);
 
-    c.scene.do_select_out();
-    c.scene.do_select_out();
-    ASSERT_EQ(c.scene.focus(), c.top());
-    c.scene.detach();
-    EXPECT_EQ(scene_memo->revive(nullptr), &c.scene);
-    // The same chain again, in new objects, detached until the scene attaches it.
-    EXPECT_EQ(c.scene.focus()->glyph(), c.second);
-    EXPECT_EQ(c.middle()->glyph(), c.inner);
-    EXPECT_FALSE(c.scene.attached());
-    c.scene.attach();
-    EXPECT_TRUE(c.bottom()->attached());
-
-    // A memo of a scene without selection revives to none.
-    c.scene.deselect(c.outer);
-    std::unique_ptr<SelectionMemo> empty(c.scene.memo());
-    c.scene.select(c.second);
-    static_cast<GlyphSceneMemo *>(empty.get())->revive();
-    EXPECT_EQ(c.scene.selection(), nullptr);
 }
 
 TEST(Selection, AllocateFollowsTheChainToTheFocus)

@@ -1,5 +1,5 @@
 // Tests of View: the scrolling arithmetic (scroll_to an extension, on_scroll with the scene's margin,
-// the wheel, the scroll keys).
+// the wheel).
 #include <gtest/gtest.h>
 
 #include "scene_fixtures.h"
@@ -13,18 +13,6 @@ namespace {
 using namespace Tavi;
 using SceneTest::FakeViewImp;
 
-// A scene that notes the keys that reach it.
-class KeyScene : public Scene
-{
-public:
-    bool key_down(Input::Key key, int modifiers) override
-    {
-        keys.push_back(static_cast<int>(key) * 10 + modifiers);
-        return true;
-    }
-    std::vector<int> keys;
-};
-
 struct Rig
 {
     Rig(Extension const &viewport, Extension const &scene_extension)
@@ -35,7 +23,7 @@ struct Rig
         view.set_scene_extension(scene_extension);
         imp.extension_changes = 0;
     }
-    KeyScene scene;
+    Scene scene;
     FakeViewImp imp;
     View view;
 };
@@ -153,28 +141,6 @@ TEST(View, MouseWheelScrollsOneLineForEachStartedNotch)
     Rig fits(Extension(0, 0, 200, 300), Extension(0, 0, 180, 100));
     EXPECT_FALSE(fits.view.mouse_wheel(Point(5, 5), 0, 240));
     EXPECT_TRUE(fits.imp.scroll_commands.empty());
-}
-
-TEST(View, ScrollKeysWithoutModifiersScrollAndOthersGoToTheScene)
-{
-    struct Case
-    {
-        Input::Key key;
-        int modifiers;
-        std::vector<Input::ScrollCmd> commands;
-        std::vector<int> scene_keys;
-    };
-    Case const cases[] = {
-        {Input::key_page_up, 0, {Input::scroll_page_back}, {}},
-        {Input::key_page_up, 2, {}, {332}},
-        {Input::key_left, 0, {}, {370}},
-    };
-    for (Case const &c : cases) {
-        Rig rig(Extension(0, 0, 10, 10), Extension());
-        EXPECT_TRUE(rig.view.key_down(c.key, c.modifiers)) << c.key;
-        EXPECT_EQ(rig.imp.scroll_commands, c.commands) << c.key;
-        EXPECT_EQ(rig.scene.keys, c.scene_keys) << c.key;
-    }
 }
 
 }  // namespace
