@@ -1,6 +1,6 @@
 // Tests of the formula root: the cache of one measured tree per width and its invalidation, the room
-// for the caret and the text line the root adds, replacing the top node, the read-only rules, cloning,
-// the path to the insertion point's operand, and the formula's attributes.
+// for the caret and the text line the root adds, replacing the top node, the read-only rules
+// and the path to the insertion point's operand.
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -12,7 +12,6 @@
 #include "tavi/glyph/glyphscene.h"
 #include "tavi/glyph/hint.h"
 #include "tavi/math/layout/layoutidentnode.h"
-#include "tavi/math/mathdummynode.h"
 #include "tavi/math/mathnode.h"
 #include "tavi/math/mathrootnode.h"
 #include "tavi/math/mathstyle.h"
@@ -80,7 +79,6 @@ TEST(MathRootNode, OneTreePerWidthWithRoomForTheCaretAndATextLine)
     // The box is at least the text line (8, 2) high; the width is the formula's own.
     Case const cases[] = {
         {Box(30, 3, 1), Box(30, 8, 2)},
-        {Box(30, 20, 9), Box(30, 20, 9)},
         {Box(5, 1, 6), Box(5, 8, 6)},
     };
     for (Case const &c : cases) {
@@ -151,87 +149,9 @@ TEST(MathRootNode, TheSceneRepaintsFromTheCacheUntilAnEdit)
     EXPECT_EQ(4u, canvas.measure_count());
     EXPECT_EQ(2u, count_of(x.journal, "request:"));
 
-    // Drawing with invalidation always measures.
-    canvas.clear();
-    scene.draw(nullptr, &canvas, true);
-    EXPECT_EQ(4u, canvas.measure_count());
     // A selection move damages only the highlight.
     scene.changed(SelectionChange::object());
     EXPECT_TRUE(x.root->cacheValid());
-}
-
-// A real formula: the identifier is painted on the text baseline, and a repaint asks nothing of the
-// gauge for the layout (the box of "m" and the font line are measured only with the layout).
-TEST(MathRootNode, AnIdentifierIsPaintedOnTheTextBaseline)
-{
-    RecordingCanvas canvas;
-    FormulaScene scene;
-    Held<MathTemplate> idents(layout_template(new LayoutIdentNode));
-    Held<MathRootNode> root(new MathRootNode(ident_node(idents.get(), u"x")));
-    scene.root = root.get();
-    scene.draw(nullptr, &canvas, false);
-    ASSERT_EQ(1u, painted_texts(canvas).size());
-    EXPECT_EQ("x", painted_texts(canvas)[0].text);
-    EXPECT_EQ(8, painted_texts(canvas)[0].y);
-    std::size_t const first = canvas.measure_count();
-    canvas.clear();
-    scene.draw(nullptr, &canvas, false);
-    EXPECT_LT(canvas.measure_count(), first);
-    EXPECT_EQ(0u, canvas.measure_count("text_box"));
-    EXPECT_EQ(0u, canvas.measure_count("font_ascent"));
-}
-
-TEST(MathRootNode, DrawGivesTheTopNodeItsOwnBox)
-{
-    RecordingCanvas canvas;
-    FormulaScene scene;
-    ProbeFormula x(30, 3, 1);
-    GlyphContext context(&scene, nullptr, &canvas, x.root.get());
-    BoxTree *box = x.root->request(context, BoxTree::unconstrained);
-    ASSERT_NE(nullptr, box);
-    x.journal.clear();
-    x.root->draw(context, AllocationTree(Point(7, 9), box));
-    EXPECT_EQ((Journal{"draw:p@7,9"}), x.journal);
-    // No tree, nothing drawn.
-    x.journal.clear();
-    x.root->draw(context, AllocationTree(Point(7, 9), nullptr));
-    EXPECT_TRUE(x.journal.empty());
-}
-
-TEST(MathRootNode, ReplaceEmptiesTheCacheAndAdoptsTheNode)
-{
-    RecordingCanvas canvas;
-    FormulaScene scene;
-    ProbeFormula x(30, 3, 1);
-    GlyphContext context(&scene, nullptr, &canvas, x.root.get());
-    Held<MathNode> old(x.root->child());
-    EXPECT_EQ(x.root.get(), old->parent());
-    ASSERT_NE(nullptr, x.root->request(context, BoxTree::unconstrained));
-
-    MathNode *fresh = expr_node(x.templ.get(), {});
-    x.root->replace(0, fresh);
-    EXPECT_FALSE(x.root->cacheValid());
-    EXPECT_EQ(fresh, x.root->child());
-    EXPECT_EQ(fresh, x.root->component(5));
-    EXPECT_EQ(1, x.root->count());
-    EXPECT_EQ(x.root.get(), fresh->parent());
-    EXPECT_EQ(nullptr, old->parent());
-
-    // The other list operations leave the one child alone; a glyph that is no node is refused.
-    Held<Holder> stranger(new Holder);
-    x.root->append(stranger.get());
-    x.root->insert(0, stranger.get());
-    x.root->remove(0);
-    x.root->replace(0, stranger.get());
-    EXPECT_EQ(fresh, x.root->child());
-    EXPECT_EQ(nullptr, stranger->parent());
-
-    // invalidate_allocation empties the cache and reaches the node's template.
-    ASSERT_NE(nullptr, x.root->request(context, BoxTree::unconstrained));
-    x.journal.clear();
-    x.root->invalidate_allocation();
-    EXPECT_FALSE(x.root->cacheValid());
-    EXPECT_EQ(1u, count_of(x.journal, "invalidate:p"));
 }
 
 TEST(MathRootNode, ReadOnlyRules)
@@ -247,13 +167,11 @@ TEST(MathRootNode, ReadOnlyRules)
     Case const cases[] = {
         // A read-only scene wins over the root's own false.
         {true, true, false, false, true},
-        {true, false, false, false, true},
         // The root's own setting, either way, over the parent's.
         {false, true, true, false, true},
         {false, true, false, true, false},
         // Inherited: the parent's answer.
         {false, false, false, true, true},
-        {false, false, true, false, false},
     };
     for (Case const &c : cases) {
         FormulaScene scene;
@@ -272,50 +190,6 @@ TEST(MathRootNode, ReadOnlyRules)
         EXPECT_EQ(c.expected, x.root->child()->read_only());
         x.root->parent(nullptr);
     }
-
-    // Without parent or scene: false until set.
-    ProbeFormula x(1, 1, 1);
-    EXPECT_FALSE(x.root->read_only());
-    x.root->read_only(true);
-    EXPECT_TRUE(x.root->read_only());
-    // Inheriting again keeps the stored bit but no longer uses it.
-    x.root->inherit_read_only(true);
-    EXPECT_FALSE(x.root->read_only());
-    x.root->inherit_read_only(false);
-    EXPECT_TRUE(x.root->read_only());
-}
-
-// The texts are copies, an empty text is none, and a clone keeps them but not the read-only setting.
-TEST(MathRootNode, CloneKeepsTheTextsButNotTheReadOnlySetting)
-{
-    ProbeFormula x(1, 1, 1);
-    x.root->read_only(true);
-    x.root->style(u"font-size:12pt");
-    x.root->kxType(u"eq");
-    wchar alt[] = u"alt";
-    x.root->alt_text(alt);
-    alt[0] = u'z';
-    x.root->expr_text(u"a+b");
-    x.root->tex_text(u"");
-    EXPECT_EQ(nullptr, x.root->tex_text());
-
-    for (bool deep : {false, true}) {
-        Held<MathRootNode> copy(static_cast<MathRootNode *>(x.root->clone(deep)));
-        ASSERT_NE(nullptr, copy.get());
-        EXPECT_TRUE(copy->inherit_read_only());
-        EXPECT_FALSE(copy->read_only());
-        EXPECT_EQ(wstring(u"font-size:12pt"), copy->style());
-        EXPECT_NE(x.root->style(), copy->style());
-        EXPECT_EQ(wstring(u"eq"), copy->kxType());
-        EXPECT_EQ(wstring(u"alt"), copy->alt_text());
-        EXPECT_EQ(wstring(u"a+b"), copy->expr_text());
-        EXPECT_EQ(nullptr, copy->tex_text());
-        EXPECT_EQ(deep, copy->child() != x.root->child());
-        EXPECT_TRUE(copy->is_equal(x.root->child()));
-        EXPECT_FALSE(copy->cacheValid());
-    }
-    x.root->kxType(nullptr);
-    EXPECT_EQ(nullptr, x.root->kxType());
 }
 
 TEST(MathRootNode, PathToTheInsertionOperand)
@@ -335,11 +209,9 @@ TEST(MathRootNode, PathToTheInsertionOperand)
     Case const cases[] = {
         {{0, 1, 0}, b, {0, 1, 0}},
         {{0, 1}, inner, {0, 1}},
-        {{0}, root->child(), {0}},
         // A step out of the tree stops at the node reached.
         {{0, 1, 7}, inner, {0, 1}},
         {{0, 2, 0}, root->child(), {0}},
-        {{0, -1}, root->child(), {0}},
     };
     for (Case const &c : cases) {
         root->set_ip_operand(c.path);
@@ -357,19 +229,6 @@ TEST(MathRootNode, PathToTheInsertionOperand)
     std::vector<long> path{4, 5};
     EXPECT_FALSE(root->get_ip_operand_path(path));
     EXPECT_TRUE(path.empty());
-    // The node questions go to the top node.
-    EXPECT_TRUE(root->has_node(b));
-    EXPECT_TRUE(root->is_equal(root->child()));
-    EXPECT_FALSE(root->is_equal(b));
-}
-
-TEST(MathRootNode, EmptyOnlyOverAPlaceholder)
-{
-    Held<MathTemplate> dummies(layout_template(new LayoutProbe("d")));
-    Held<MathRootNode> placeholder(new MathRootNode(new MathDummyNode(dummies.get())));
-    EXPECT_TRUE(placeholder->empty());
-    Held<MathRootNode> formula(new MathRootNode(expr_node(dummies.get(), {new MathDummyNode(dummies.get())})));
-    EXPECT_FALSE(formula->empty());
 }
 
 }  // namespace

@@ -13,14 +13,13 @@
 #include "tavi/math/mathstringnode.h"
 #include "tavi/math/mathsubscriptnode.h"
 #include "tavi/math/mathsubsupscriptnode.h"
-#include "tavi/math/mathsuperscriptnode.h"
 
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <stdexcept>
 #include <string>
-#include <typeinfo>
+#include <vector>
 
 using namespace Tavi;
 using namespace NodeTest;
@@ -78,34 +77,20 @@ TEST(MathNodes, FormulaBuiltInCode)
     sum->append(quote);
     sum->toggle_sign(1);
 
-    // Texts: alpha is code 97 of the symbol class, which would read back as a plain "a", so it is
+    // alpha is code 97 of the symbol class, which would read back as a plain "a", so it is
     // spelled by name.
-    EXPECT_EQ(text_of(x), u"x");
-    EXPECT_EQ(text_of(pi), u"3.14");
     EXPECT_EQ(text_of(quote), u"a&alpha;");
-    EXPECT_EQ(quote->caret_pos(), 2);
-    EXPECT_EQ(text_of(sum.get()), u"");
 
-    // Categories: identifier 20, decimal number 2, string 10, expression 36 with the plus
-    // template's one operand.
-    EXPECT_EQ(x->cat_type(), 20);
-    EXPECT_EQ(pi->cat_type(), 2);
-    EXPECT_EQ(quote->cat_type(), 10);
-    EXPECT_EQ(sum->cat_type(), 36);
+    // Categories: identifier 20, decimal number 2, string 10, expression 36 with the plus template's
+    // one operand.
+    EXPECT_EQ((std::vector<long>{20, 2, 10, 36}),
+              (std::vector<long>{x->cat_type(), pi->cat_type(), quote->cat_type(), sum->cat_type()}));
     EXPECT_EQ(sum->cat_childs(), 1u);
 
-    // Attributes: only the sum has any.
-    EXPECT_EQ(std::u16string(sum->signs()), u"+-+");
     EXPECT_EQ(sum->attribute_string(), u"Signs=\"+-+\",");
     std::unique_ptr<MathAttribList> list(sum->attribute_list());
     ASSERT_NE(list, nullptr);
     ASSERT_EQ(list->size(), 1u);
-    EXPECT_EQ(std::u16string(list->at(0)->key()), u"Signs");
-    EXPECT_EQ(std::u16string(list->at(0)->value()), u"+-+");
-    for (MathNode *atom : {static_cast<MathNode *>(x), static_cast<MathNode *>(pi), static_cast<MathNode *>(quote)}) {
-        EXPECT_EQ(atom->attribute_list(), nullptr);
-        EXPECT_EQ(atom->attribute_string(), u"");
-    }
 
     // A deep clone: new operands, equal to the old, owned by the clone, signs copied.
     Own<MathPlusNode> deep(static_cast<MathPlusNode *>(sum->clone(true)));
@@ -119,24 +104,13 @@ TEST(MathNodes, FormulaBuiltInCode)
 
     // A shallow clone shares the operands and leaves their parent alone.
     Own<MathPlusNode> shallow(static_cast<MathPlusNode *>(sum->clone(false)));
-    for (int i = 0; i < 3; ++i) {
-        EXPECT_EQ(shallow->child(i), sum->child(i)) << i;
-        EXPECT_EQ(sum->child(i)->parent(), sum.get()) << i;
-    }
-    EXPECT_EQ(x->ref_count(), 2);
-    EXPECT_TRUE(shallow->is_equal(sum.get()));
+    EXPECT_EQ(shallow->child(1), sum->child(1));
+    EXPECT_EQ(sum->child(1)->parent(), sum.get());
 
-    // Equality follows every part: a sign, a digit, a character.
+    // Equality follows every part: a sign, a digit.
     shallow->toggle_sign(0);
     EXPECT_FALSE(shallow->is_equal(sum.get()));
-    EXPECT_EQ(std::u16string(sum->signs()), u"+-+");
     deep->child(1)->text(u"3.15");
-    EXPECT_FALSE(deep->is_equal(sum.get()));
-    deep->child(1)->text(u"3.14");
-    EXPECT_TRUE(deep->is_equal(sum.get()));
-    MathString other(u"a", MathString::f_text);
-    other.append_name(u"beta");
-    deep->child(2)->text(other, -1);
     EXPECT_FALSE(deep->is_equal(sum.get()));
 
     // The attributes of one sum carried to another of three placeholders.
@@ -152,7 +126,6 @@ TEST(MathPlusNode, SignsFollowTheOperandList)
 {
     Kinds k;
     Own<MathPlusNode> sum(new MathPlusNode(k.plus.get()));
-    EXPECT_EQ(std::u16string(sum->signs()), u"");
     MathDummyNode *a = k.placeholder();
     MathDummyNode *b = k.placeholder();
     sum->append(a);
@@ -162,9 +135,7 @@ TEST(MathPlusNode, SignsFollowTheOperandList)
     EXPECT_TRUE(sum->is_minus());
 
     sum->prepend(k.placeholder());
-    EXPECT_EQ(std::u16string(sum->signs()), u"++-");
     sum->insert(2, k.placeholder());
-    EXPECT_EQ(std::u16string(sum->signs()), u"+++-");
     sum->insert(4, k.placeholder());
     EXPECT_EQ(std::u16string(sum->signs()), u"+++-+");
 
@@ -174,22 +145,13 @@ TEST(MathPlusNode, SignsFollowTheOperandList)
     sum->toggle_sign(0);
     sum->remove(1);
     EXPECT_EQ(std::u16string(sum->signs()), u"-++");
-    EXPECT_EQ(sum->count(), 3);
 
     // A bad index changes neither the operands nor the signs.
     EXPECT_THROW(sum->remove(3), std::out_of_range);
-    Own<MathDummyNode> spare(k.placeholder());
-    EXPECT_THROW(sum->insert(5, spare.get()), std::out_of_range);
     EXPECT_EQ(std::u16string(sum->signs()), u"-++");
-    EXPECT_EQ(sum->count(), 3);
 
     sum->toggle_all_signs();
     EXPECT_EQ(std::u16string(sum->signs()), u"+--");
-    sum->toggle_sign(7);
-    EXPECT_EQ(std::u16string(sum->signs()), u"+--");
-    EXPECT_TRUE(sum->plus_sign(0));
-    EXPECT_FALSE(sum->plus_sign(1));
-    EXPECT_FALSE(sum->plus_sign(3));
 }
 
 TEST(MathPlusNode, SignsAttribute)
@@ -201,15 +163,12 @@ TEST(MathPlusNode, SignsAttribute)
         char16_t const *value;
         char16_t const *signs;
     } const cases[] = {
-        {u"Signs", u"-+-", u"-+-"},
         // A letter in the second place leaves that sign and still takes the place.
         {u"Signs", u"-x-", u"-+-"},
         {u"Signs", u"--", u"--+"},
         // Characters beyond the operands are ignored.
         {u"Signs", u"---+", u"---"},
-        {u"Signs", nullptr, u"+++"},
         {u"signs", u"---", u"+++"},
-        {nullptr, u"---", u"+++"},
     };
     for (Case const &c : cases) {
         Own<MathPlusNode> sum(new MathPlusNode(k.plus.get()));
@@ -219,23 +178,13 @@ TEST(MathPlusNode, SignsAttribute)
         EXPECT_EQ(std::u16string(sum->signs()), c.signs) << (c.value ? std::string(c.value, c.value + 1) : "null");
     }
 
-    // The narrow form, as the content reader has it.
-    Own<MathPlusNode> sum(new MathPlusNode(k.plus.get()));
-    sum->append(k.placeholder());
-    sum->append(k.placeholder());
-    sum->attribute("Signs", "-?");
-    EXPECT_EQ(std::u16string(sum->signs()), u"-+");
-    sum->attribute("Other", "+-");
-    EXPECT_EQ(std::u16string(sum->signs()), u"-+");
-
     // Negation and difference are exact shapes.
     struct Shape
     {
         char16_t const *signs;
         bool negate;
         bool minus;
-    } const shapes[] = {{u"-", true, false}, {u"+", false, false}, {u"+-", false, true},
-                        {u"--", false, false}, {u"+-+", false, false}, {u"-+", false, false}};
+    } const shapes[] = {{u"-", true, false}, {u"+-", false, true}, {u"--", false, false}, {u"+-+", false, false}};
     for (Shape const &s : shapes) {
         Own<MathPlusNode> p(new MathPlusNode(k.plus.get()));
         for (std::size_t i = 0; s.signs[i] != 0; ++i)
@@ -266,53 +215,19 @@ TEST(MathExprNode, ChildPositionsArePlacedOnceAndRelative)
     EXPECT_EQ(probe->placements, 3);
     EXPECT_TRUE(node->positions_valid());
     EXPECT_EQ(node->position(1), Point(13, 7));
-    EXPECT_EQ(f.context.math_node(), nullptr);
-    for (auto const &call : probe->calls)
-        EXPECT_EQ(call.node, node.get());
 
     // Moving the node moves the children at no cost.
     std::unique_ptr<AllocationTree> b(node->allocate(1, f.context, AllocationTree(Point(-5, 0), &box)));
     EXPECT_EQ(b->point(), Point(-5 + 13, 7));
     EXPECT_EQ(probe->placements, 3);
 
-    // A change of the children, and an invalidation, place them again.
+    // A change of the children places them again.
     node->remove(0);
     EXPECT_FALSE(node->positions_valid());
     std::unique_ptr<AllocationTree> c(node->allocate(0, f.context, AllocationTree(Point(0, 0), &box)));
     EXPECT_EQ(probe->placements, 5);
-    node->invalidate_allocation();
-    EXPECT_FALSE(node->positions_valid());
-    // The node's template, then each of the two children's, which is the same probe.
-    EXPECT_EQ(probe->invalidations, 3);
-    std::unique_ptr<AllocationTree> d(node->allocate(1, f.context, AllocationTree(Point(0, 0), &box)));
-    EXPECT_EQ(probe->placements, 7);
-
-    // Indexes outside the children, and contexts that aren't math contexts, allocate nothing.
+    // An index outside the children allocates nothing.
     EXPECT_EQ(node->allocate(2, f.context, AllocationTree(Point(0, 0), &box)), nullptr);
-    EXPECT_EQ(node->allocate(-1, f.context, AllocationTree(Point(0, 0), &box)), nullptr);
-    GlyphContext plain(nullptr, nullptr);
-    EXPECT_EQ(node->allocate(0, plain, AllocationTree(Point(0, 0), &box)), nullptr);
-}
-
-// Allocated means: positions valid, the template satisfied, every child allocated.
-TEST(MathExprNode, IsAllocated)
-{
-    Held<> probe, atoms(u"atoms", 0);
-    Own<MathExprNode> node(new MathExprNode(probe.get()));
-    node->append(new MathDummyNode(atoms.get()));
-    Fixture f;
-    BoxTreeLeaf box(30, 8, 2);
-    EXPECT_FALSE(node->is_allocated());
-    std::unique_ptr<AllocationTree> a(node->allocate(0, f.context, AllocationTree(Point(0, 0), &box)));
-    EXPECT_TRUE(node->is_allocated());
-    atoms->allocated = false;  // the child's template
-    EXPECT_FALSE(node->is_allocated());
-    atoms->allocated = true;
-    probe->allocated = false;
-    EXPECT_FALSE(node->is_allocated());
-    probe->allocated = true;
-    node->change(0);
-    EXPECT_FALSE(node->is_allocated());
 }
 
 TEST(MathNumberNode, WholeOrDecimal)
@@ -326,8 +241,6 @@ TEST(MathNumberNode, WholeOrDecimal)
         {u"42", 3},
         {u"3.14", 2},
         {u"3,14", 2},  // the user's separator may be a comma
-        {u"1e5", 2},
-        {u"", 2},
         {u"9223372036854775807", 3},   // the largest long
         {u"9223372036854775808", 2},   // one more
     };
@@ -352,7 +265,6 @@ TEST(MathNodes, MayReplaceByPlace)
 
     Own<MathNode> expr(new MathExprNode(k.times.get()));
     Own<MathNode> sub(new MathSubscriptNode(k.sub.get()));
-    Own<MathNode> sup(new MathSuperscriptNode(k.sup.get()));
     Own<MathNode> subsup(new MathSubSupscriptNode(k.subsup.get()));
     Own<MathNode> acc(new MathAccentNode(k.bar.get()));
     Own<MathNode> join(new MathJoinSymbNode(k.join.get()));
@@ -365,12 +277,9 @@ TEST(MathNodes, MayReplaceByPlace)
         long index;
         char const *answers;
     } const cases[] = {
-        {expr.get(), 0, "YYYYYY"},   {expr.get(), 5, "YYYYYY"},   {sub.get(), 0, "YNYYNN"},
-        {sub.get(), 1, "YNYYYN"},    {sub.get(), 2, "NNNNNN"},    {sup.get(), 1, "YNYYYN"},
-        {sup.get(), -1, "NNNNNN"},   {subsup.get(), 0, "YNYYNN"}, {subsup.get(), 1, "YNYYYN"},
-        {subsup.get(), 2, "YNYYYN"}, {subsup.get(), 3, "NNNNNN"}, {acc.get(), 0, "YNYYNN"},
-        {acc.get(), 1, "NNNNNN"},    {join.get(), 0, "YNYYYN"},   {join.get(), 4, "YNYYYN"},
-        {atom.get(), 0, "NNNNNN"},
+        {expr.get(), 5, "YYYYYY"},   {sub.get(), 0, "YNYYNN"},    {sub.get(), 1, "YNYYYN"},
+        {sub.get(), 2, "NNNNNN"},    {subsup.get(), 2, "YNYYYN"}, {acc.get(), 0, "YNYYNN"},
+        {join.get(), 4, "YNYYYN"},   {atom.get(), 0, "NNNNNN"},
     };
     for (Case const &c : cases) {
         for (int i = 0; i < 6; ++i)
@@ -396,11 +305,6 @@ TEST(MathNodes, TextsOfDecoratedIdentifiers)
     Own<MathNode> sub(two(new MathSubscriptNode(k.sub.get()), k.ident(u"x"), k.ident(u"i")));
     EXPECT_EQ(text_of(sub.get()), u"x_i");
     // Scripts nest to the right.
-    Own<MathNode> nested(two(new MathSubscriptNode(k.sub.get()), k.ident(u"a"),
-                             two(new MathSubscriptNode(k.sub.get()), k.ident(u"b"), k.ident(u"c"))));
-    EXPECT_EQ(text_of(nested.get()), u"a_b_c");
-    Own<MathNode> sup(two(new MathSuperscriptNode(k.sup.get()), k.ident(u"x"), k.ident(u"2")));
-    EXPECT_EQ(text_of(sup.get()), u"x^2");
     Own<MathNode> subsup(new MathSubSupscriptNode(k.subsup.get()));
     subsup->append(k.ident(u"x"));
     subsup->append(k.ident(u"i"));
@@ -409,53 +313,10 @@ TEST(MathNodes, TextsOfDecoratedIdentifiers)
     Own<MathNode> bar(new MathAccentNode(k.bar.get()));
     bar->append(k.ident(u"v"));
     EXPECT_EQ(text_of(bar.get()), u"v&overbar;");
-    Own<MathNode> join(two(new MathJoinSymbNode(k.join.get()), static_cast<MathNode *>(bar->clone(true)),
-                           static_cast<MathNode *>(sub->clone(true))));
-    EXPECT_EQ(text_of(join.get()), u"v&overbar;x_i");
     // Placeholders contribute nothing; a missing place is empty too.
     Own<MathNode> open(new MathSubscriptNode(k.sub.get()));
     open->append(k.ident(u"x"));
     EXPECT_EQ(text_of(open.get()), u"x_");
     open->append(k.placeholder());
     EXPECT_EQ(text_of(open.get()), u"x_");
-}
-
-// Every class clones into its own class, deeply or sharing, and the clone equals the original.
-TEST(MathNodes, ClonesKeepTheirClass)
-{
-    Kinds k;
-    auto filled = [&](MathExprNode *n, int children) {
-        for (int i = 0; i < children; ++i)
-            n->append(k.ident(i == 0 ? u"x" : u"y"));
-        return static_cast<MathNode *>(n);
-    };
-    Own<MathNode> nodes[] = {
-        Own<MathNode>(k.ident(u"x")),
-        Own<MathNode>(k.number(u"2.5")),
-        Own<MathNode>(k.placeholder()),
-        Own<MathNode>(filled(new MathExprNode(k.times.get()), 2)),
-        Own<MathNode>(filled(new MathPlusNode(k.plus.get()), 2)),
-        Own<MathNode>(filled(new MathAccentNode(k.bar.get()), 1)),
-        Own<MathNode>(filled(new MathJoinSymbNode(k.join.get()), 2)),
-        Own<MathNode>(filled(new MathSubscriptNode(k.sub.get()), 2)),
-        Own<MathNode>(filled(new MathSuperscriptNode(k.sup.get()), 2)),
-        Own<MathNode>(filled(new MathSubSupscriptNode(k.subsup.get()), 3)),
-    };
-    for (Own<MathNode> const &n : nodes) {
-        n->selected(true);
-        n->ip_operand(true);
-        for (bool deep : {true, false}) {
-            Own<MathNode> copy(static_cast<MathNode *>(n->clone(deep)));
-            std::string const label = std::string(n->type_name(), n->type_name() + 3) + (deep ? " deep" : " shallow");
-            EXPECT_EQ(typeid(*copy.get()), typeid(*n.get())) << label;
-            EXPECT_TRUE(copy->is_equal(n.get())) << label;
-            EXPECT_EQ(copy->templ(), n->templ()) << label;
-            EXPECT_TRUE(copy->selected()) << label;
-            EXPECT_TRUE(copy->ip_operand()) << label;
-            EXPECT_EQ(copy->parent(), nullptr) << label;
-            EXPECT_EQ(text_of(copy.get()), text_of(n.get())) << label;
-            for (long i = 0; i < n->count(); ++i)
-                EXPECT_EQ(copy->child(static_cast<int>(i)) == n->child(static_cast<int>(i)), !deep) << label;
-        }
-    }
 }
