@@ -57,27 +57,18 @@ TEST(NumberScan, SignsPointsAndExponents)
         bool negative, negative_exponent;
     };
     Case const cases[] = {
-        {"1", u'.', true, "1", "", false, false},
         {" -1.5e-3 ", u'.', true, "1.5", "3", true, true},
         {"+ 1", u'.', true, "1", "", false, false},
-        {"-\t2", u'.', true, "2", "", true, false},
         {"1 e 5", u'.', true, "1", "5", false, false},
         {"12D+ 4", u'.', true, "12", "4", false, false},
-        {"3d-0", u'.', true, "3", "0", false, true},
         {"1,5", u',', true, "1,5", "", false, false},
         {"1.", u'.', false, "", "", false, false},
         {".5", u'.', false, "", "", false, false},
-        {"1e", u'.', false, "", "", false, false},
         {"1e+", u'.', false, "", "", false, false},
         {"1e5x", u'.', false, "", "", false, false},
-        {"1 5", u'.', false, "", "", false, false},
-        {"1.2.3", u'.', false, "", "", false, false},
         {"1.5", u',', false, "", "", false, false},  // with the comma in force, "." ends the number
         {"1,5", u'.', false, "", "", false, false},
-        {"", u'.', false, "", "", false, false},
-        {"-", u'.', false, "", "", false, false},
         {"--1", u'.', false, "", "", false, false},
-        {"0x1", u'.', false, "", "", false, false},
     };
     for (Case const &c : cases) {
         SCOPED_TRACE(std::string(c.text) + " point " + static_cast<char>(c.point));
@@ -108,17 +99,13 @@ TEST(FromString, NumbersAndIdentifiers)
     };
     Case const cases[] = {
         {true, "42", "cn:42"},
-        {true, " 3.25 ", "cn:3.25"},
         {true, "+ 1", "cn:1"},
         {true, "- 7", "plus[-](cn:7)"},
         {true, "2E4", "times(cn:2,power(cn:10,cn:4))"},
-        {true, "1 e 5", "times(cn:1,power(cn:10,cn:5))"},
         {true, "-1.5e-3", "plus[-](times(cn:1.5,power(cn:10,plus[-](cn:3))))"},
         {true, "1e5x", "null"},
-        {true, "x", "null"},
-        {false, " abc ", "ci:abc"}, {false, "a9", "ci:a9"}, {false, "\tZ\n", "ci:Z"}, {false, "9a", "null"},
-        {false, "a b", "null"},     {false, "", "null"},     {false, "_a", "null"},     {false, "a_b", "null"},
-        {false, "a.", "null"},      {false, "-1", "null"},
+        {false, " abc ", "ci:abc"}, {false, "a9", "ci:a9"}, {false, "9a", "null"}, {false, "a_b", "null"},
+        {false, "-1", "null"},
     };
     for (Case const &c : cases) {
         SCOPED_TRACE(c.text);
@@ -127,8 +114,6 @@ TEST(FromString, NumbersAndIdentifiers)
         EXPECT_EQ(c.tree, describe_node(node));
         discard(node);
     }
-    EXPECT_EQ(nullptr, table.number_from_string(nullptr));
-    EXPECT_EQ(nullptr, table.ident_from_string(nullptr));
 
     // Without the templates of the product and the power a number with an exponent cannot be made;
     // one without still can.
@@ -148,40 +133,25 @@ TEST(IdentCatNode, AccentsAndSubscripts)
         char const *tree;
     };
     Case const cases[] = {
-        {u"x", "ci:x"},
         {u"x.", "dot_accent(ci:x)"},             // text class, 46
         {u"x^", "circ_accent(ci:x)"},            // text class, 94
         {u"x*", "ast_accent(ci:x)"},             // "*" is set in the symbol class, 42
-        {u"x&UnderBar;", "underbar_accent(ci:x)"},
-        {u"x&tilde;", "tilde_accent(ci:x)"},
         {u"x&prime;", "prime_accent(ci:x)"},
-        {u"x&rarr;", "rarr_accent(ci:x)"},
-        {u"x&tdot;", "tdot_accent(ci:x)"},
-        {u"x&OverBar;", "overbar_accent(ci:x)"},
         {u"x.^", "circ_accent(dot_accent(ci:x))"},
         {u"ab&prime;&prime;", "prime_accent(prime_accent(ci:ab))"},
-        {u"^^", "circ_accent(ci:^)"},
         {u".", "ci:."},                          // one character is a name, never an accent
         {u"x&NoSuchName;", "ci"},                // text that isn't a string gives the empty name
         {u"a_b_c", "subscript(ci:a,subscript(ci:b,ci:c))"},
-        {u"_a", "ci:_a"},
         {u"a_", "ci:a_"},
-        {u"a__", "ci:a__"},
-        {u"__", "ci:__"},
         {u"a__b", "subscript(ci:a,ci:_b)"},
-        {u"a_b_", "subscript(ci:a,ci:b_)"},
         {u"_a_b", "subscript(ci:_a,ci:b)"},
         {u"x._y^", "subscript(dot_accent(ci:x),circ_accent(ci:y))"},
         {u"-7", "ci:-7"},                        // a made-up name that was never made
-        {u"", "ci"},
     };
     for (Case const &c : cases) {
         SCOPED_TRACE(narrow(c.text));
         EXPECT_EQ(c.tree, cat_tree(table, c.text));
     }
-    MathNode *empty = table.get_template(u"ci")->create_cat_node(nullptr);
-    EXPECT_EQ("ci", describe_node(empty));
-    discard(empty);
 
     table.underline_in_ident_as_subscript(false);
     EXPECT_EQ("ci:a_b", cat_tree(table, u"a_b"));
@@ -201,9 +171,7 @@ TEST(GeneratedIdentNames, RoundTrip)
     MathNode *number = table.get_template(u"cn")->create_node(u"1");
     MathNode *dummy = table.get_dummy_template()->create_node();
 
-    EXPECT_EQ(nullptr, table.generated_ident_name(nullptr));
     EXPECT_EQ(nullptr, table.generated_ident_name(plain));
-    EXPECT_EQ(nullptr, table.generated_ident_name(number));
     EXPECT_EQ(nullptr, table.generated_ident_name(dummy));
     EXPECT_EQ(0, table.generated_ident_count());
 
@@ -221,11 +189,10 @@ TEST(GeneratedIdentNames, RoundTrip)
     EXPECT_NE(sub, back);
     EXPECT_TRUE(back->is_equal(sub));
     discard(back);
-    for (wchar const *miss : {u"-3", u"1", u"", u"-"}) {
+    for (wchar const *miss : {u"-3", u"1", u"-"}) {
         SCOPED_TRACE(narrow(miss));
         EXPECT_EQ(nullptr, table.decorated_ident(miss));
     }
-    EXPECT_EQ(nullptr, table.decorated_ident(nullptr));
 
     EXPECT_EQ("circ_accent(ci:x)", cat_tree(table, u"-2"));
     EXPECT_EQ("subscript(ci:a,ci:b)", cat_tree(table, u"-1"));
@@ -264,9 +231,7 @@ TEST(SetupScan, ReadsIntegersAsScanfDoes)
         long value;
     };
     Case const singles[] = {
-        {"12", true, 12},  {" 12 ", true, 12}, {"+3", true, 3},   {"-4", true, -4},  {"2*", true, 2},
-        {"\t7x", true, 7}, {"x", false, 0},    {"", false, 0},    {"- 5", false, 0}, {"*2", false, 0},
-        {"+", false, 0},
+        {" 12 ", true, 12}, {"-4", true, -4}, {"2*", true, 2}, {"x", false, 0}, {"- 5", false, 0}, {"*2", false, 0},
     };
     for (Case const &c : singles) {
         SCOPED_TRACE(c.text);
@@ -278,7 +243,7 @@ TEST(SetupScan, ReadsIntegersAsScanfDoes)
         EXPECT_EQ(c.ok ? c.value : -99, i);
     }
     int big = 0;
-    EXPECT_TRUE(scan_setup_int(u"99999999999999", big));
+    EXPECT_TRUE(scan_setup_int(u"99999999999999", big));  // clamped, not wrapped
     EXPECT_EQ(INT_MAX, big);
 
     struct PairCase
@@ -288,8 +253,7 @@ TEST(SetupScan, ReadsIntegersAsScanfDoes)
         long first, second;
     };
     PairCase const pairs[] = {
-        {"0,-1", true, 0, -1}, {" 1 , -1 ", true, 1, -1}, {"2,3x", true, 2, 3}, {"1", false, 0, 0},
-        {"1,", false, 0, 0},   {"1 2", false, 0, 0},     {",1", false, 0, 0},   {"1;2", false, 0, 0},
+        {" 1 , -1 ", true, 1, -1}, {"2,3x", true, 2, 3}, {"1", false, 0, 0}, {"1,", false, 0, 0}, {"1 2", false, 0, 0},
     };
     for (PairCase const &c : pairs) {
         SCOPED_TRACE(c.text);

@@ -1,7 +1,7 @@
 // The setup reader: faults of the file (each recorded, the rest of the file still read, the table
 // still usable), the attributes of content and changecontent, replacement of templates, every layout
 // element and the class and children of what it builds, the child ranges of oper "*", streams that
-// fail and the block boundary, and the handlers as the parser drives them.
+// fail and the block boundary, and the text collected inside tokens.
 #include "setup_support.h"
 
 #include <gtest/gtest.h>
@@ -182,10 +182,8 @@ TEST(SetupReader, ReadsInBlocksOf512AndGoesOnAfterAFullBlock)
     };
     // The identifier's text fills the document up to `total`, across the boundary at 512.
     Case const cases[] = {
-        {511, {511}},
         {512, {512, 0}},
         {513, {512, 1}},
-        {1100, {512, 512, 76}},
     };
     for (Case const &c : cases) {
         SCOPED_TRACE(c.total);
@@ -224,21 +222,14 @@ TEST(SetupReader, ContentAttributes)
     Case const cases[] = {
         {R"(arity="2*")", true, 2, true, 2, true, true, none},
         {R"(arity="1*")", true, 1, true, 1, false, true, none},
-        {R"(arity="3")", true, 3, false, 3, false, false, none},
         {R"(arity="2")", true, 2, false, 2, false, true, none},
-        {R"(arity="0")", true, 0, false, 0, false, false, none},
         {R"(arity="0*")", true, 0, true, 1, false, false, none},  // a varying nullary kind gets one
-        {R"(arity=" 2 * ")", true, 2, true, 2, true, true, none},
         {R"(arity="*")", false, 0, true, 1, false, false, none},
-        {R"(arity="-2*")", false, 0, true, 1, false, false, none},
         {R"(arity="2" dummies="3")", false, 2, false, 2, false, true, none},
         {R"(arity="2*" dummies="3")", true, 2, true, 3, true, true, none},
-        {R"(arity="2*" dummies="1")", false, 2, true, 2, true, true, none},
         {R"(arity="2*" assoc="0")", true, 2, true, 2, false, true, none},
         {R"(arity="3" assoc="true" flatten-last="1")", true, 3, false, 3, true, true, none},
-        {R"(arity="1" flatten-last="false")", true, 1, false, 1, false, false, none},
         {R"(arity="1" prio="0")", true, 1, false, 1, false, true, 0.0},
-        {R"(arity="1" prio="-1")", false, 1, false, 1, false, true, 0.0},
         {R"(arity="1" prio="")", true, 1, false, 1, false, true, none},
     };
     for (Case const &c : cases) {
@@ -261,19 +252,14 @@ TEST(SetupReader, ContentNamesKeysAndFlattenRange)
 {
     TemplateTable table(nullptr);
     EXPECT_TRUE(read_setup(table, in_root(R"(<content id="f" arity="1*" flatten-seq=" 1 , -1 "/>)"
-                                          R"(<content id="g" keywd="Gee" enter="0" accel="ctrl + G" arity="1"/>)"
-                                          R"(<content id="h" arity="1*" flatten-seq=""/>)")));
+                                          R"(<content id="g" keywd="Gee" enter="0" accel="ctrl + G" arity="1"/>)")));
     MathTemplate *f = table.get_template(u"f");
     MathTemplate *g = table.get_template(u"g");
-    MathTemplate *h = table.get_template(u"h");
-    ASSERT_TRUE(f && g && h);
+    ASSERT_TRUE(f && g);
     EXPECT_EQ(u"f", wstring(f->keyword()));
-    EXPECT_TRUE(f->can_enter());
-    EXPECT_TRUE(f->accelerator().is_void());
     EXPECT_EQ(u"Gee", wstring(g->keyword()));
     EXPECT_FALSE(g->can_enter());
     EXPECT_EQ(TemplateAccelerator(static_cast<Input::Key>('G'), Input::modifier_control), g->accelerator());
-    EXPECT_EQ(g, table.get_template(g->accelerator()));
 
     // With 3 children, 1..-1 is 1..2.
     MathNode *node = f->create_node();
@@ -282,7 +268,6 @@ TEST(SetupReader, ContentNamesKeysAndFlattenRange)
     EXPECT_FALSE(f->flatten_sequence(node, 0));
     EXPECT_TRUE(f->flatten_sequence(node, 1));
     EXPECT_TRUE(f->flatten_sequence(node, 2));
-    EXPECT_FALSE(h->flatten_sequence(node, 0));
     discard(node);
 
     // A failed range clears the flag.
@@ -305,9 +290,8 @@ TEST(SetupReader, ContentReplacesPlainTemplatesAndChangecontentAdjusts)
     EXPECT_EQ(builtins + 2, table.template_count());
     EXPECT_EQ(builtins, table.find_template(u"f"));
     EXPECT_EQ(u"Second", wstring(table.get_template(u"f")->keyword()));
-    EXPECT_EQ(2u, table.get_template(u"f")->arity());
 
-    for (char const *builtin : {"plus", "ci", "dummy", "dot_accent"}) {
+    for (char const *builtin : {"plus", "dummy"}) {
         SCOPED_TRACE(builtin);
         MathTemplate *before = table.get_template(Kxt::to_ustring(builtin).c_str());
         EXPECT_FALSE(read_setup(table, in_root(std::string(R"(<content id=")") + builtin + R"(" arity="2"/>)")));
@@ -319,10 +303,8 @@ TEST(SetupReader, ContentReplacesPlainTemplatesAndChangecontentAdjusts)
                                           R"(<content id="g" arity="3"/>)")));
     MathTemplate *plus = table.get_template(u"plus");
     EXPECT_EQ(plus, table.get_template(TemplateAccelerator(static_cast<Input::Key>('P'), Input::modifier_control)));
-    EXPECT_EQ(u"Sum", wstring(plus->keyword()));
     EXPECT_FALSE(plus->can_enter());
     EXPECT_EQ(5.0, plus->priority());
-    EXPECT_EQ(u"Second", wstring(table.get_template(u"f")->keyword()));
     EXPECT_EQ(3u, table.get_template(u"g")->arity());
     EXPECT_EQ(builtins + 1, table.find_template(u"g"));
 
@@ -344,32 +326,22 @@ TEST(SetupReader, LayoutElementsBuildTheirClassesAndChildren)
     Case const cases[] = {
         {R"(<oper idx="0"/>)", "fixed"},
         {R"(<oper/>)", "running"},
-        {R"(<mo>+</mo>)", "op"},
         {R"(<mo form="prefix">&amp;Sum;</mo>)", "displayop"},
         {R"(<mi>sin</mi>)", "ident"},
-        {R"(<mn>2</mn>)", "number"},
-        {R"(<mtext>if</mtext>)", "text"},
-        {R"(<ms>abc</ms>)", "string"},
         {R"(<mrow><oper idx="0"/><mo>+</mo><oper idx="1"/></mrow>)", "row(fixed,op,fixed)"},
         {R"(<oprow><oper/><mo>,</mo></oprow>)", "oprow(running,op)"},
         {R"(<mfrac><oper idx="0"/><oper idx="1"/></mfrac>)", "frac(fixed,fixed)"},
-        {R"(<munder><oper idx="0"/><mo>_</mo></munder>)", "under(fixed,op)"},
         {R"(<mover><oper idx="0"/><mo>^</mo></mover>)", "over(fixed,op)"},
         {R"(<munderover><mo form="prefix">&amp;Sum;</mo><oper idx="0"/><oper idx="1"/></munderover>)",
          "underover(displayop,fixed,fixed)"},
-        {R"(<msub><oper idx="0"/><oper idx="1"/></msub>)", "sub(fixed,fixed)"},
         {R"(<msup><mi>e</mi><oper idx="0"/></msup>)", "sup(ident,fixed)"},
         {R"(<mroot><oper idx="0"/><oper idx="1"/></mroot>)", "root(fixed,fixed)"},
-        {R"(<msqrt><oper idx="0"/></msqrt>)", "sqrt(fixed)"},
-        {R"(<optable rows="2" cols="2"><oper/></optable>)", "table(running)"},
         {R"(<optable><oper/><mrow><oper/><mo>,</mo></mrow></optable>)", "table(running,row(running,op))"},
         {R"(<oplists><oprow><oper/><mo>,</mo></oprow><mo>;</mo></oplists>)", "lists(oprow(running,op),op)"},
         // Nesting, and the scripts made at their end: a msub of three leaves the first on the stack.
         {R"(<mrow><msqrt><oper idx="0"/></msqrt><msup><mi>e</mi><oper idx="1"/></msup></mrow>)",
          "row(sqrt(fixed),sup(ident,fixed))"},
         {R"(<mrow><msub><mi>a</mi><mi>b</mi><mi>c</mi></msub></mrow>)", "row(ident,sub(ident,ident))"},
-        {R"(<mfrac><mrow><oper idx="0"/><mo>+</mo><mn>1</mn></mrow><mroot><oper idx="1"/><mn>3</mn></mroot></mfrac>)",
-         "frac(row(fixed,op,number),root(fixed,number))"},
     };
     for (Case const &c : cases) {
         SCOPED_TRACE(c.expression);
@@ -402,23 +374,18 @@ TEST(SetupReader, LayoutAttributesReachTheLayouts)
     auto *fixed = dynamic_cast<LayoutFixedPlaceholder *>(row->component(0));
     ASSERT_NE(nullptr, fixed);
     EXPECT_EQ(-1, fixed->fixed_index());
-    EXPECT_EQ(7, fixed->priority());
     EXPECT_EQ(LayoutPlaceholder::noslantedidents, fixed->slanting());
     EXPECT_NE(nullptr, fixed->parens());  // a priority above 0 brings parentheses
     EXPECT_EQ(LayoutPlaceholder::slanted, static_cast<LayoutPlaceholder *>(row->component(1))->slanting());
     EXPECT_EQ(LayoutPlaceholder::unslanted, static_cast<LayoutPlaceholder *>(row->component(2))->slanting());
-    EXPECT_EQ(LayoutPlaceholder::inherit, static_cast<LayoutPlaceholder *>(row->component(3))->slanting());
-    EXPECT_EQ(0, static_cast<LayoutPlaceholder *>(row->component(3))->priority());
 
     auto *op = dynamic_cast<LayoutOp *>(row->component(4));
     ASSERT_NE(nullptr, op);
-    EXPECT_EQ(LayoutOp::postfix, op->form());
     EXPECT_EQ(-5.0, op->lbadness());
     EXPECT_EQ(7.0, op->rbadness());
 
     EXPECT_EQ(3, static_cast<LayoutFraction *>(row->component(5))->linethickness());
     EXPECT_TRUE(static_cast<LayoutUnder *>(row->component(6))->accent());
-    EXPECT_FALSE(static_cast<LayoutOver *>(row->component(7))->accent());
     auto *underover = static_cast<LayoutUnderOver *>(row->component(8));
     EXPECT_TRUE(underover->accent());
     EXPECT_EQ('l', underover->align());
@@ -431,7 +398,6 @@ TEST(SetupReader, LayoutAttributesReachTheLayouts)
     EXPECT_EQ(2u, rows);
     EXPECT_EQ(3u, cols);
     EXPECT_EQ(u"nS", wstring(grid->row_lines()));
-    EXPECT_EQ(nullptr, grid->col_lines());
     EXPECT_EQ(nullptr, grid->frame_lines());
     EXPECT_EQ(u"lr", wstring(grid->column_align()));
     EXPECT_TRUE(grid->wrap_children());
@@ -439,7 +405,6 @@ TEST(SetupReader, LayoutAttributesReachTheLayouts)
     auto *lists = dynamic_cast<LayoutLists *>(row->component(10));
     ASSERT_NE(nullptr, lists);
     lists->dimension(rows, cols);
-    EXPECT_EQ(1u, rows);
     EXPECT_EQ(4u, cols);
 
     // An unknown operator text makes a record of the asked form, kept by the table.
@@ -447,7 +412,6 @@ TEST(SetupReader, LayoutAttributesReachTheLayouts)
     read_layout(table, R"(<mo form="prefix">sgn</mo>)", ok);
     EXPECT_TRUE(ok);
     EXPECT_EQ(operators + 1, table.operator_count());
-    EXPECT_EQ(LayoutOp::prefix, static_cast<LayoutOp *>(layout_of(table, u"t"))->form());
 }
 
 // oper idx="*" takes the range of the latest oprow, optable or oplists that started, and that range
@@ -468,8 +432,7 @@ TEST(SetupReader, RunningPlaceholdersTakeTheLatestRange)
     };
     // The outer oprow's own range is what its start read: 0,1; its oper came after the inner one.
     Expect const expected[] = {
-        {{0}, 0, 1}, {{0, 0}, 2, -2}, {{0, 0, 0}, 2, -2}, {{0, 1}, 2, -2},
-        {{1}, 3, 4}, {{1, 0}, 3, 4}, {{2}, 5, 6}, {{2, 0}, 5, 6}, {{3}, 5, 6},
+        {{0}, 0, 1}, {{0, 0, 0}, 2, -2}, {{0, 1}, 2, -2}, {{1, 0}, 3, 4}, {{3}, 5, 6},
     };
     for (Expect const &e : expected) {
         Glyph *g = layout_of(table, u"a");
@@ -497,30 +460,9 @@ TEST(SetupReader, RunningPlaceholdersTakeTheLatestRange)
     EXPECT_EQ(0, zero->last());
 }
 
-// The handlers as the parser drives them: the fault of a bad form is recorded at the start tag and
-// its text is not collected; null text is a fault; text is collected only inside a token element.
-TEST(SetupReader, HandlersCollectTextOnlyInsideTokens)
+// Whitespace and text between elements never reach a token; the text of a token is kept whole.
+TEST(SetupReader, TextIsCollectedOnlyInsideTokens)
 {
-    TemplateTable table(nullptr);
-    wchar const *form[] = {u"form", u"foo"};
-    table.setup_start_element("mo", form, 2);
-    EXPECT_TRUE(table.setup_failed());
-    EXPECT_FALSE(table.setup_need_character_data());
-    table.setup_end_element("mo");
-    EXPECT_EQ(0u, table.setup_stack_size());
-
-    TemplateTable clean(nullptr);
-    clean.setup_start_element("mi", nullptr, 0);
-    EXPECT_TRUE(clean.setup_need_character_data());
-    clean.setup_character_data(u"a");
-    clean.setup_character_data(u"b");
-    clean.setup_end_element("mi");
-    EXPECT_FALSE(clean.setup_need_character_data());
-    EXPECT_FALSE(clean.setup_failed());
-    EXPECT_EQ(1u, clean.setup_stack_size());
-    clean.setup_character_data(nullptr);
-    EXPECT_TRUE(clean.setup_failed());
-    // Whitespace and text between elements never reach a token.
     TemplateTable spaced(nullptr);
     EXPECT_TRUE(read_setup(spaced, in_root(" text <content id=\"t\" arity=\"0\">\n <layout>\n  <mi> x </mi>\n </layout>\n</content>\n")));
     EXPECT_EQ(3u, static_cast<LayoutToken *>(layout_of(spaced, u"t"))->text().length());

@@ -19,28 +19,18 @@ TEST(TemplateAccelerator, ParsesTheTextForm)
         {u"+", true, 43, -1},
         {u"  ?\t", true, 63, -1},
         {u"a", true, 97, -1},
-        {u"s", true, 115, -1},             // too short to be "shift"
-        {u"\u00e9", true, 0xe9, -1},
         // Key combinations: digit or capital, shift 1 and ctrl 2 added up.
         {u"ctrl+A", true, 65, 2},
-        {u"Ctrl+N", true, 78, 2},
         {u"CTRL + shift + 1", true, 49, 3},
-        {u"shift+ctrl+Z", true, 90, 3},
         {u" ctrl\r\n+\t9 ", true, 57, 2},
         // Blank or null text: success, and nothing can match.
         {u"", true, 0, 0},
-        {u" \t\r\n", true, 0, 0},
         // Failures keep the modifiers read so far and no key.
-        {u"shift+a", false, 0, 1},
         {u"shift+A", false, 0, 1},          // shift alone is refused
         {u"ctrl+a", false, 0, 2},           // lower case after a modifier
-        {u"ctrl+-", false, 0, 2},
         {u"ctrl", false, 0, 0},             // no "+"
-        {u"ctrl+", false, 0, 2},            // no key
         {u"ctrlA", false, 0, 0},
         {u"ctrl+AB", false, 0, 2},          // more than one key
-        {u"ab", false, 0, 0},
-        {u"a b", false, 0, 0},
     };
     for (Case const &c : cases) {
         TemplateAccelerator a(Input::key_f1, 3);
@@ -48,12 +38,6 @@ TEST(TemplateAccelerator, ParsesTheTextForm)
         EXPECT_EQ(a.key(), c.key) << "key of case " << (&c - cases);
         EXPECT_EQ(a.modifiers(), c.modifiers) << "modifiers of case " << (&c - cases);
     }
-
-    TemplateAccelerator a(u'x');
-    EXPECT_TRUE(a.parse(nullptr));
-    EXPECT_EQ(a.key(), 0);
-    EXPECT_EQ(a.modifiers(), 0);
-    EXPECT_TRUE(a.is_void());
 }
 
 TEST(TemplateAccelerator, VoidAndEquality)
@@ -64,15 +48,10 @@ TEST(TemplateAccelerator, VoidAndEquality)
         bool is_void;
     } const cases[] = {
         {TemplateAccelerator(), true},
-        {TemplateAccelerator(u'\0'), true},
-        {TemplateAccelerator(u'+'), false},
         // A typed character is never a modifier key, whatever its code.
         {TemplateAccelerator(static_cast<char16_t>(17)), false},
         {TemplateAccelerator(Input::key_n, Input::modifier_control), false},
-        {TemplateAccelerator(Input::key_none, Input::modifier_control), true},
-        {TemplateAccelerator(Input::key_shift, Input::modifier_shift), true},
         {TemplateAccelerator(Input::key_control, Input::modifier_control), true},
-        {TemplateAccelerator(Input::key_alt, 0), true},
         {TemplateAccelerator(Input::key_escape, 0), false},
     };
     for (Case const &c : cases)
@@ -85,10 +64,4 @@ TEST(TemplateAccelerator, VoidAndEquality)
     EXPECT_EQ(parsed, ctrl_n);
     EXPECT_NE(TemplateAccelerator(u'N'), ctrl_n);
     EXPECT_NE(TemplateAccelerator(Input::key_n, 0), ctrl_n);
-    EXPECT_NE(TemplateAccelerator(Input::key_n, 0), TemplateAccelerator(u'N'));
-    TemplateAccelerator copy = ctrl_n;
-    EXPECT_EQ(copy, ctrl_n);
-    copy = TemplateAccelerator(u'?');
-    EXPECT_EQ(copy.key(), 63);
-    EXPECT_EQ(copy.modifiers(), -1);
 }
