@@ -1,5 +1,5 @@
 // The fonts behind the five font classes, drawn on real pixels: every named character lands in the
-// font its class names, not in a fallback, and each class's family resolves to the intended face.
+// font its class names, not in a fallback.
 #include "font_drawing.h"
 
 #include "support/external_tools.h"
@@ -11,8 +11,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QFileInfo>
-#include <QFontInfo>
 #include <QImage>
 #include <QRawFont>
 
@@ -36,7 +34,6 @@ struct ClassFont
 {
     MathString::Font cls;
     QString file;
-    char const *package;  // where the file comes from, for the message when it is missing
     char32_t (*file_code)(wchar code);
 };
 
@@ -51,12 +48,12 @@ char32_t private_use(wchar code) { return 0xf000 + (code & 0xff); }
 std::vector<ClassFont> const &class_fonts()
 {
     static std::vector<ClassFont> const fonts = {
-        // class                  file                                        from                 code in the file
-        {MathString::f_upright,   QString(liberation_serif),                   "fonts-liberation2", as_is},
-        {MathString::f_text,      QString(liberation_serif),                   "fonts-liberation2", as_is},
-        {MathString::f_symbol,    QString(standard_symbols),                   "fonts-urw-base35",  low_byte},
-        {MathString::f_extension, source_font("kmt-math-ext.ttf"),             "the source tree",   private_use},
-        {MathString::f_open_face, source_font("kmt-math-open-face.ttf"),       "the source tree",   as_is},
+        // class                  file (fonts-liberation2, fonts-urw-base35, the source tree)  code in the file
+        {MathString::f_upright,   QString(liberation_serif),                   as_is},
+        {MathString::f_text,      QString(liberation_serif),                   as_is},
+        {MathString::f_symbol,    QString(standard_symbols),                   low_byte},
+        {MathString::f_extension, source_font("kmt-math-ext.ttf"),             private_use},
+        {MathString::f_open_face, source_font("kmt-math-open-face.ttf"),       as_is},
     };
     return fonts;
 }
@@ -67,13 +64,6 @@ std::string describe(char const *name, MathString::Font cls, wchar code)
 }
 
 }  // namespace
-
-TEST(Fonts, FontFilesArePresent)
-{
-    for (ClassFont const &font : class_fonts())
-        EXPECT_TRUE(QFileInfo::exists(font.file))
-            << font.file.toStdString() << " is missing; it comes from " << font.package;
-}
 
 // Characters of the text class that Liberation Serif, the free "Times New Roman", lacks, which the
 // generated supplement holds: the double-struck italic letters, the reversed prime, the open box and
@@ -145,29 +135,4 @@ TEST(Fonts, EveryNamedCharacterIsDrawnFromItsOwnFont)
     EXPECT_EQ(drawn[MathString::f_extension], 35);
     EXPECT_GT(drawn[MathString::f_upright] + drawn[MathString::f_text], 0);
     EXPECT_GT(drawn[MathString::f_symbol], 0);
-}
-
-// The families that the classes name reach their fonts: the name Qt settles on for each.
-TEST(Fonts, ClassFamiliesResolveToTheIntendedFaces)
-{
-    struct Case
-    {
-        MathString::Font cls;
-        char const *resolved;
-    };
-    Case const cases[] = {
-        {MathString::f_upright,   "Liberation Serif"},
-        {MathString::f_text,      "Liberation Serif"},
-        {MathString::f_symbol,    "Standard Symbols PS"},
-        {MathString::f_extension, "KMT Math Ext"},
-        {MathString::f_open_face, "KMT Math Open Face"},
-    };
-    MathInfo const info(nullptr);
-    for (Case const &c : cases) {
-        Font const &font = info.font(c.cls);
-        QFont qfont(QString::fromUtf16(font.name()));
-        QString const family = QFontInfo(qfont).family();
-        EXPECT_TRUE(family.startsWith(QLatin1String(c.resolved)))
-            << int(c.cls) << ": " << family.toStdString();
-    }
 }

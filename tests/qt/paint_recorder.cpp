@@ -1,11 +1,9 @@
 // PaintRecorder: the recording paint engine and its device.
 #include "paint_recorder.h"
 
-#include <QLine>
 #include <QLineF>
 #include <QPainterPath>
 #include <QPixmap>
-#include <QRect>
 #include <QTextItem>
 
 namespace TaviTest {
@@ -52,30 +50,11 @@ void PaintRecordEngine::drawLines(QLineF const *lines, int count)
     }
 }
 
-void PaintRecordEngine::drawLines(QLine const *lines, int count)
-{
-    for (int i = 0; i < count; ++i) {
-        PaintOp o = op(PaintOp::line);
-        o.a = QPointF(lines[i].p1());
-        o.b = QPointF(lines[i].p2());
-        ops.push_back(o);
-    }
-}
-
 void PaintRecordEngine::drawRects(QRectF const *rects, int count)
 {
     for (int i = 0; i < count; ++i) {
         PaintOp o = op(PaintOp::rect);
         o.rectangle = rects[i];
-        ops.push_back(o);
-    }
-}
-
-void PaintRecordEngine::drawRects(QRect const *rects, int count)
-{
-    for (int i = 0; i < count; ++i) {
-        PaintOp o = op(PaintOp::rect);
-        o.rectangle = QRectF(rects[i]);
         ops.push_back(o);
     }
 }
@@ -87,22 +66,12 @@ void PaintRecordEngine::drawEllipse(QRectF const &r)
     ops.push_back(o);
 }
 
-void PaintRecordEngine::drawEllipse(QRect const &r) { drawEllipse(QRectF(r)); }
-
 void PaintRecordEngine::drawPolygon(QPointF const *points, int count, PolygonDrawMode mode)
 {
     PaintOp o = op(mode == PolylineMode ? PaintOp::polyline : PaintOp::polygon);
     o.points.assign(points, points + count);
     o.fill_rule = mode == WindingMode ? Qt::WindingFill : Qt::OddEvenFill;
     ops.push_back(o);
-}
-
-void PaintRecordEngine::drawPolygon(QPoint const *points, int count, PolygonDrawMode mode)
-{
-    std::vector<QPointF> converted;
-    for (int i = 0; i < count; ++i)
-        converted.push_back(QPointF(points[i]));
-    drawPolygon(converted.data(), count, mode);
 }
 
 void PaintRecordEngine::drawPath(QPainterPath const &path)

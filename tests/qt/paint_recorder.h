@@ -42,14 +42,15 @@ public:
     bool begin(QPaintDevice *device) override;
     bool end() override;
     void updateState(QPaintEngineState const &state) override;
+    // The integral forms reach these through QPaintEngine's own conversions.
+    using QPaintEngine::drawEllipse;
+    using QPaintEngine::drawLines;
+    using QPaintEngine::drawPolygon;
+    using QPaintEngine::drawRects;
     void drawLines(QLineF const *lines, int count) override;
-    void drawLines(QLine const *lines, int count) override;
     void drawRects(QRectF const *rects, int count) override;
-    void drawRects(QRect const *rects, int count) override;
     void drawEllipse(QRectF const &r) override;
-    void drawEllipse(QRect const &r) override;
     void drawPolygon(QPointF const *points, int count, PolygonDrawMode mode) override;
-    void drawPolygon(QPoint const *points, int count, PolygonDrawMode mode) override;
     void drawPath(QPainterPath const &path) override;
     void drawTextItem(QPointF const &p, QTextItem const &item) override;
     void drawPixmap(QRectF const &r, QPixmap const &pm, QRectF const &sr) override;

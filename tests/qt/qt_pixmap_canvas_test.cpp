@@ -1,5 +1,5 @@
-// Qt_Pixmap_Canvas: its own pixmap, a fixed resolution, the back buffer of a paint event, and the
-// sample drawing checked on real pixels.
+// Qt_Pixmap_Canvas: its own pixmap, the back buffer of a paint event, and the sample drawing checked
+// on real pixels.
 #include "sample_drawing.h"
 
 #include "support/external_tools.h"
@@ -22,40 +22,13 @@ TEST(QtPixmapCanvas, MakesItsOwnPixmapTheSizeOfTheExtension)
     ASSERT_NE(canvas.pixmap(), nullptr);
     EXPECT_EQ(canvas.pixmap()->width(), 100);
     EXPECT_EQ(canvas.pixmap()->height(), 50);
-    EXPECT_EQ(canvas.dpi(), Extent(96, 96));
     EXPECT_EQ(canvas.draw_offset(), Point(-20, -10));
-    EXPECT_EQ(canvas.damage(), Rect(0, 0, 50, 100));
 
     canvas.fill_rect(Rect(10, 20, 20, 30), Brush(Color::black));
     QImage const image = canvas.pixmap()->toImage();
     // The rectangle lands on pixels 0-9 by 0-9 and nowhere else.
     EXPECT_EQ(count_ink(image, 0, 0, 10, 10), 100);
     EXPECT_EQ(count_ink(image, 0, 0, 100, 50), 100);
-}
-
-TEST(QtPixmapCanvas, FixedResolutionRulesUnitsButNotFonts)
-{
-    Qt_Pixmap_Canvas canvas(Extension(0, 0, 1, 1), nullptr, 1440);
-    EXPECT_EQ(canvas.dpi(), Extent(1440, 1440));
-    EXPECT_EQ(canvas.twips_to_pixel(Extent(240, 37)), Extent(240, 37));
-    // The font is still measured in the pixels of the 96-dpi pixmap: 12 pt DejaVu Serif has ascent 15.
-    canvas.font(Font(u"DejaVu Serif", 240, false, false), Gauge::cs_unicode, 0);
-    EXPECT_EQ(canvas.font_ascent(), 15);
-}
-
-TEST(QtPixmapCanvas, PaintsOnAGivenTarget)
-{
-    QPixmap target(40, 30);
-    target.fill(Qt::white);
-    {
-        Qt_Pixmap_Canvas canvas(Extension(0, 0, 30, 40), &target, 0);
-        EXPECT_EQ(canvas.pixmap(), &target);
-        canvas.fill_rect(Rect(5, 5, 10, 15), Brush(Color(0, 0, 255)));
-    }
-    // The target outlives the canvas and holds the 10 by 5 rectangle.
-    QImage const image = target.toImage();
-    EXPECT_EQ(count_ink(image, 0, 0, 40, 30), 50);
-    EXPECT_EQ(image.pixelColor(7, 7), QColor(0, 0, 255));
 }
 
 TEST(QtPixmapCanvas, PaintEventBackBuffer)
@@ -66,10 +39,8 @@ TEST(QtPixmapCanvas, PaintEventBackBuffer)
     ASSERT_NE(canvas.pixmap(), nullptr);
     EXPECT_EQ(canvas.pixmap()->width(), 30);   // right 39 - left 10 + 1
     EXPECT_EQ(canvas.pixmap()->height(), 40);  // bottom 59 - top 20 + 1
-    EXPECT_EQ(canvas.damage(), Rect(0, 0, 40, 30));
     // (0, 0) - (5, 5) - (10, 20)
     EXPECT_EQ(canvas.draw_offset(), Point(-15, -25));
-    EXPECT_EQ(canvas.dpi(), Extent(96, 96));
 
     // The canvas point (15, 25) is the pixmap's origin.
     canvas.fill_rect(Rect(25, 15, 27, 17), Brush(Color::black));
@@ -84,9 +55,6 @@ TEST(QtPixmapCanvas, EmptyExtensionStillHasADevice)
     ASSERT_NE(canvas.pixmap(), nullptr);
     EXPECT_EQ(canvas.pixmap()->width(), 1);
     EXPECT_EQ(canvas.pixmap()->height(), 1);
-    EXPECT_FALSE(canvas.any_real_damage());
-    canvas.font(Font(), Gauge::cs_unicode, 0);
-    EXPECT_GT(canvas.font_ascent(), 0);
     canvas.fill_rect(Rect(0, 0, 10, 10));
 }
 
