@@ -41,7 +41,6 @@ public:
     BoxTree *request(MathNodeContext &context, BoxTree const &) override
     {
         note("request", context);
-        italic_seen.push_back(context.italic_fontstyle());
         return new BoxTreeLeaf(30, 8, 2);
     }
     AllocationTree *allocate(long index, MathNodeContext &context, AllocationTree const &allocation) override
@@ -57,7 +56,6 @@ public:
     {
         note("draw", context);
         in_selection_seen.push_back(context.in_selection());
-        italic_seen.push_back(context.italic_fontstyle());
     }
     bool is_allocated() override { return allocated; }
     void invalidate_allocation() override { ++invalidations; }
@@ -94,7 +92,6 @@ public:
     };
     std::vector<Call> calls;
     std::vector<bool> in_selection_seen;
-    std::vector<bool> italic_seen;
     std::vector<long> picked;
     int placements = 0;
     int invalidations = 0;

@@ -158,9 +158,8 @@ TEST(TextStyle, FontIsAMergeBothWays)
         Font given;
         Font expected;
     } const writes[] = {
-        {5, Font(u"Ignored", 180, false, false), Font(u"Georgia", 180, true, true)},
-        {4, Font(u"Ignored", 1, false, false), Font(u"Georgia", 180, false, true)},
-        {2, Font(u"Palatino", 1, true, true), Font(u"Palatino", 180, false, true)},
+        {4, Font(u"Ignored", 1, false, false), Font(u"Georgia", 300, false, true)},
+        {2, Font(u"Palatino", 1, true, true), Font(u"Palatino", 300, false, true)},
         {1, Font(u"Arial", 200, true, false), Font(u"Arial", 200, true, false)},
     };
     for (Write const &w : writes) {
