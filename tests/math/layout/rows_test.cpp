@@ -1,6 +1,6 @@
 // Tests of rows: operators asked last with the operands' size, the growth of stretchy operators and
 // the row's maxima, operator spacing on one baseline, operator rows over a run of node children with
-// their break costs, operators supplied by the template, and moving between children.
+// their break costs, and operators supplied by the template.
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -9,7 +9,6 @@
 
 #include "math/layout/layout_probe.h"
 #include "support/math_fixture.h"
-#include "tavi/math/layout/layoutfixedplaceholder.h"
 #include "tavi/math/layout/layoutident.h"
 #include "tavi/math/layout/layoutidentnode.h"
 #include "tavi/math/layout/layoutop.h"
@@ -97,9 +96,6 @@ TEST(Rows, OperatorsStretchToTheOperands)
         // Operands 30 + 10 wide, 20 high, 9 deep.
         {"tall", {Box(30, 20, 9), Box(10, 4, 3)}, true, Box(10, 5, 5), Box(40, 20, 9), Box(10, 20, 9),
          Box(50, 20, 9)},
-        // Not stretchy: the operator's box stands.
-        {"not stretchy", {Box(30, 20, 9), Box(10, 4, 3)}, false, Box(10, 5, 5), Box(40, 20, 9), Box(10, 5, 5),
-         Box(50, 20, 9)},
         // Low operands: ascent at least 7; the box grows to 7 above and keeps its 5 below.
         {"low", {Box(10, 2, 1)}, true, Box(10, 5, 5), Box(10, 7, 1), Box(10, 7, 5), Box(20, 8, 5)},
         // Nothing to enclose: heights free, and the maxima read them.
@@ -121,89 +117,6 @@ TEST(Rows, OperatorsStretchToTheOperands)
         EXPECT_EQ(c.op_box, box->child(1)->box()) << c.what;
         EXPECT_EQ(c.row, box->box()) << c.what;
     }
-}
-
-TEST(Rows, TheStretchSizeComesFromTheOperandsAlone)
-{
-    struct Case
-    {
-        Box operand;
-        Box along, across;
-    };
-    Case const cases[] = {
-        // As wide as the constraint (300) along, free across; both as high as the operands.
-        {Box(30, 20, 9), Box(300, 20, 9), Box(free_size, 20, 9)},
-        // Nothing to enclose: all heights free.
-        {Box(30, 0, 0), Box(300, free_size, free_size), Box(free_size, free_size, free_size)},
-    };
-    for (Case const &c : cases) {
-        MathFixture f;
-        Held<LayoutRow> row(new LayoutRow);
-        row->append((new LayoutProbe("x"))->box(c.operand.width(), c.operand.ascent(), c.operand.descent()));
-        OpProbe *op = new OpProbe(true, Box(10, 50, 50));
-        row->append(op);
-        Box along, across;
-        BoxTreeLeaf const constraint(300, 400, 500);
-        row->request_stretch(f.context, constraint, along, across);
-        EXPECT_EQ(c.along, along);
-        EXPECT_EQ(c.across, across);
-        // Operators are not asked for the measure.
-        EXPECT_EQ(Box(-99, -99, -99), op->seen);
-    }
-}
-
-TEST(Rows, AFenceAloneKeepsItsNaturalSize)
-{
-    MathFixture f;
-    Held<LayoutRow> row(new LayoutRow);
-    OpProbe *op = new OpProbe(true, Box(10, 5, 5));
-    row->append(op);
-    // A row of operators alone counts as an operator.
-    EXPECT_EQ(op, row->core_operator());
-    std::unique_ptr<BoxTree> box(row->request(f.context, BoxTree::unconstrained));
-    // No operand: the node keeps width, ascent and descent -1, so (width -1, 3 * 5 / 2, -1).
-    EXPECT_EQ(Box(-1, 7, -1), op->seen);
-    // The first operator of an operator row is not grown.
-    EXPECT_EQ(Box(10, 5, 5), box->child(0)->box());
-    EXPECT_EQ(Box(10, 8, 5), box->box());
-
-    Held<LayoutRow> empty(new LayoutRow);
-    EXPECT_EQ(nullptr, empty->core_operator());
-    Held<LayoutRow> mixed(new LayoutRow);
-    mixed->append(new LayoutOp(u"-", LayoutOp::prefix, false, false, false, false, 0, 0));
-    mixed->append(new LayoutIdent(u"x"));
-    EXPECT_EQ(nullptr, mixed->core_operator());
-}
-
-struct NeighbourCase
-{
-    long from;
-    Input::Key key;
-    bool found;
-    long to;
-};
-
-void expect_neighbours(MathLayout &row, MathNodeContext &context, std::vector<NeighbourCase> const &cases)
-{
-    for (NeighbourCase const &c : cases) {
-        long result = -5;
-        EXPECT_EQ(c.found, row.get_neighbour_child(context, c.from, c.key, result)) << c.from << "/" << c.key;
-        if (c.found) {
-            EXPECT_EQ(c.to, result);
-        }
-    }
-}
-
-TEST(Rows, ArrowsMoveToTheNextShownChild)
-{
-    MathFixture f;
-    Held<LayoutRow> row(new LayoutRow);
-    row->append(new LayoutFixedPlaceholder(nullptr, 0, 0, LayoutPlaceholder::inherit));
-    row->append(new LayoutOp(u"+", LayoutOp::infix, false, false, false, false, 0, 0));
-    row->append(new LayoutFixedPlaceholder(nullptr, 0, 1, LayoutPlaceholder::inherit));
-    expect_neighbours(*row, f.context,
-                      {{0, Input::key_right, true, 1}, {1, Input::key_left, true, 0}, {1, Input::key_right, false, 0},
-                       {0, Input::key_left, false, 0}, {0, Input::key_up, false, 0}});
 }
 
 // A node of three identifiers under an operator row: "a", "b", "c", each (10, 7, 1).
@@ -259,38 +172,7 @@ TEST(Rows, AnOperatorRowRepeatsItsOperatorWithTheCostsOfTheTemplate)
     EXPECT_EQ(painted, painted_texts(x.f.canvas));
 }
 
-TEST(Rows, OperatorRowCostsKeepWhatTheOperatorSays)
-{
-    struct Case
-    {
-        wchar const *text;
-        LayoutOp::Form form;
-        bool atomic;
-        double priority;
-        double left, right;
-    };
-    Case const cases[] = {
-        // The invisible operators keep their forbidding costs on both sides.
-        {u"&InvisibleTimes;", LayoutOp::infix, false, 3.0, 50000.0, 50000.0},
-        // A prefix operator forbids the break after it; the left cost comes from the priority.
-        {u"-", LayoutOp::prefix, false, 3.0, 3.0, 50000.0},
-        {u"-", LayoutOp::postfix, true, 4.0, 50000.0, 2004.0},
-        // No priority counts as 0.
-        {u"-", LayoutOp::infix, false, MathTemplate::no_parens_priority, 0.0, 2000.0},
-    };
-    for (Case const &c : cases) {
-        LayoutOperatorRow *row = operator_row(new LayoutOp(c.text, c.form, false, false, false, false, 0, 0), c.atomic);
-        OperatorRowFixture x(row, c.priority);
-        std::unique_ptr<BoxTree> box(request_as(x.f.context, x.node.get(), row));
-        EXPECT_EQ(c.atomic, dynamic_cast<BoxTreeAtomicNode *>(box.get()) != nullptr);
-        for (long k : {1, 3}) {
-            EXPECT_EQ(c.left, box->child(k)->leftBadness());
-            EXPECT_EQ(c.right, box->child(k)->rightBadness());
-        }
-    }
-}
-
-TEST(Rows, OperatorRowOfFewChildrenAndItsNeighbours)
+TEST(Rows, OperatorRowOfFewChildren)
 {
     LayoutOperatorRow *row = operator_row(new LayoutOp(u"+", LayoutOp::infix, false, false, false, false, 0, 0));
     OperatorRowFixture x(row, 3.0);
@@ -306,31 +188,6 @@ TEST(Rows, OperatorRowOfFewChildrenAndItsNeighbours)
     std::unique_ptr<BoxTree> single(request_as(x.f.context, one.get(), row));
     EXPECT_EQ(1, single->count());
     EXPECT_EQ(Box(10, 8, 2), single->box());
-
-    x.f.context.math_node(x.node.get());
-    expect_neighbours(*row, x.f.context,
-                      {{1, Input::key_left, true, 0}, {0, Input::key_left, false, 0}, {0, Input::key_right, true, 1},
-                       {2, Input::key_right, false, 0}, {1, Input::key_up, false, 0}});
-    x.f.context.math_node(nullptr);
-}
-
-TEST(Rows, PickingInAnOperatorRowReachesTheChild)
-{
-    LayoutOperatorRow *row = operator_row(new LayoutOp(u"+", LayoutOp::infix, false, false, false, false, 0, 0));
-    OperatorRowFixture x(row, 3.0);
-    Held<MathNode> two(expr_node(x.templ.get(), {ident_node(x.idents.get(), u"pq"), ident_node(x.idents.get(), u"rs")}));
-    std::unique_ptr<BoxTree> box(request_as(x.f.context, two.get(), row));
-    x.f.context.math_node(two.get());
-    x.f.context.child_index(9);
-    // The child's own allocation: "rs" at 0; a point at 9 counts for position 1 (9 + 2 >= 10).
-    AllocationTree const at(Point(0, 10), box->child(2));
-    two->child(1)->set_caret_pos(false);
-    EXPECT_TRUE(row->pick(1, nullptr, x.f.context, at, Point(9, 10)));
-    EXPECT_EQ(1, two->child(1)->caret_pos());
-    EXPECT_EQ(9, x.f.context.child_index());
-    // Outside the range.
-    EXPECT_FALSE(row->pick(2, nullptr, x.f.context, at, Point(9, 10)));
-    x.f.context.math_node(nullptr);
 }
 
 // A template that puts an operator before each operand: none before the first, a 5-wide box (3 high,

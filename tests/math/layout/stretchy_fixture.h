@@ -85,11 +85,11 @@ struct Seen
     long scriptlevel;
     bool display;
     long constraint_width;  // request only
-    Tavi::Point at;         // draw and pick only
+    Tavi::Point at;         // draw only
 };
 
 // A child layout of fixed size that shows node child `shows` (as a placeholder would) and writes down
-// the style of every request, draw and pick. It answers `op` as its core operator.
+// the style of every request and draw. It answers `op` as its core operator.
 class StyleProbe : public Tavi::MathPolyLayout
 {
 public:
@@ -101,7 +101,6 @@ public:
     Tavi::LayoutOp *op = nullptr;
     std::vector<Seen> requests;
     std::vector<Seen> draws;
-    std::vector<Seen> picks;
 
     Tavi::LayoutOp *core_operator() override { return op; }
     Tavi::BoxTree *request(Tavi::GlyphContext &gc, Tavi::BoxTree const &constraint) override
@@ -122,18 +121,6 @@ public:
             return false;
         index = shows_;
         return true;
-    }
-    bool pick(long, Tavi::MathSelection *, Tavi::MathNodeContext &c, Tavi::AllocationTree const &allocation,
-              Tavi::Point) override
-    {
-        picks.push_back({c.scriptlevel(), c.displaystyle(), 0, allocation.point()});
-        return true;
-    }
-    Tavi::AllocationTree *allocate_selection(long, Tavi::MathSelection *, std::size_t, Tavi::MathNodeContext &c,
-                                             Tavi::AllocationTree const &allocation) override
-    {
-        picks.push_back({c.scriptlevel(), c.displaystyle(), 0, allocation.point()});
-        return new Tavi::AllocationTree(allocation);
     }
 
 private:
@@ -156,11 +143,5 @@ struct Held
     T *get() const { return ptr; }
     T *ptr;
 };
-
-// The placed box child `index` of a box placed at `at`.
-inline Tavi::Point child_at(Tavi::BoxTree const &box, long index, Tavi::Point at = Tavi::Point(0, 0))
-{
-    return at + box.child(index)->offset();
-}
 
 }  // namespace StretchyTest

@@ -1,6 +1,6 @@
 // Tests of tables: cells measured in text style, column widths and row heights kept in the table node,
 // the baseline at the middle row, alignment in columns, the width shared out among wrapped columns,
-// row, column and frame lines, moves through the grid, and entering a table template.
+// and row, column and frame lines.
 //
 // All tests run at 144 dpi with the 240-twip text font of the recording canvas, so that:
 //   cs (column spacing) = 120 twips -> 120 * 144 / 1440 = 12,   rs (row spacing) = 60 twips -> 6,
@@ -8,7 +8,6 @@
 //   thick pen 30 twips -> 3,   thin pen 10 twips -> 1.
 #include <gtest/gtest.h>
 
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -18,7 +17,6 @@
 #include "tavi/math/layout/layouttable.h"
 #include "tavi/math/mathnode.h"
 #include "tavi/math/mathtablenode.h"
-#include "tavi/math/templates/templatetable.h"
 
 namespace {
 
@@ -71,16 +69,9 @@ public:
         drawn.push_back(std::to_string(context.child_index()) + "@" + std::to_string(allocation.point().x) + "," +
                         std::to_string(allocation.point().y) + (context.displaystyle() ? "D" : ""));
     }
-    bool has_child_node(MathNodeContext &, long) override { return true; }
-    bool pick(long index, MathSelection *, MathNodeContext &context, AllocationTree const &, Point) override
-    {
-        picked.push_back(std::to_string(index) + (context.displaystyle() ? "D" : "T"));
-        return true;
-    }
 
     bool text_style = true;
     std::vector<std::string> drawn;
-    std::vector<std::string> picked;
 
 private:
     std::vector<Cell> cells_;
@@ -155,7 +146,6 @@ TEST(LayoutTable, GridGeometry)
         std::vector<Point> cells_at;
         std::vector<long> widths;
     };
-    Point const none(-1, -1);
     Case const cases[] = {
         // colW 40, 30; rows 8 + 2 = 10 each. Rows stand rs 6 + halfH 5 = 11 apart: height = 20 + 11 =
         // 31. Baseline: row 0 gives 8; row 1 starts at y = 10 + 11 = 21 and gives (8 + 21 + 8) / 2 =
@@ -164,34 +154,18 @@ TEST(LayoutTable, GridGeometry)
         {"2x2 centred", 2, 2, two_by_two, nullptr, Box(94, 18, 13), {{16, -10}, {58, -10}, {6, 11}, {68, 11}}, {40, 30}},
         // "l" then "r": 6, 58 + 30 - 30 = 58, 6, 58 + 30 - 10 = 78.
         {"left, right", 2, 2, two_by_two, u"lr", Box(94, 18, 13), {{6, -10}, {58, -10}, {6, 11}, {78, 11}}, {40, 30}},
-        // "l" repeats for column 1.
-        {"left repeats", 2, 2, two_by_two, u"l", Box(94, 18, 13), {{6, -10}, {58, -10}, {6, 11}, {58, 11}}, {40, 30}},
-        // "r" for column 0 (40 - 20 + 6 = 26, 6), any other character centres column 1.
-        {"right, other", 2, 2, two_by_two, u"rx", Box(94, 18, 13), {{26, -10}, {58, -10}, {6, 11}, {68, 11}}, {40, 30}},
-        // Three children of four cells: the sizes are those of the full grid, the last cell is empty.
-        {"fewer children", 2, 2, {cell(20, 8, 2), cell(30, 8, 2), cell(40, 8, 2)}, nullptr, Box(94, 18, 13),
-         {{16, -10}, {58, -10}, {6, 11}, none}, {40, 30}},
         // Rows 10, 18, 10: height = 38 + 2 rs + 2 halfH = 60, width 10 + 2 * 6 = 22. Middle row 1 starts at
         // y = 10 + 11 = 21: ascent 12 + 21 = 33, descent 27. Rows at -33 + 8 = -25, -33 + 21 + 12 = 0,
         // and -33 + 21 + 18 + 11 + 8 = 25.
         {"odd rows, tall middle", 3, 1, {cell(10, 8, 2), cell(10, 12, 6), cell(10, 8, 2)}, nullptr, Box(22, 33, 27),
          {{6, -25}, {6, 0}, {6, 25}}, {10}},
-        // Row 0 is 11 high: height = 21 + rs 6 + halfH 5 = 32. Ascent (8 + 22 + 8) / 2 = 19,
-        // descent 13. Rows at -19 + 8 = -11 and -19 + 11 + 11 + 8 = 11.
-        {"tall by one", 2, 1, {cell(10, 8, 3), cell(10, 8, 2)}, nullptr, Box(22, 19, 13), {{6, -11}, {6, 11}}, {10}},
         // Four rows of 10: height = 40 + 3 * 11 = 73. Row 1 starts at 21 (ascent 29), row 2 at 42: ascent
         // (8 + 42 + 29) / 2 = 39, midway between the baselines 29 and 50; descent 73 - 39 = 34, the last
         // row's 32 + 2. Rows at -31, -10, 11, 32.
         {"even rows", 4, 1, {cell(10, 8, 2), cell(10, 8, 2), cell(10, 8, 2), cell(10, 8, 2)}, nullptr, Box(22, 39, 34),
          {{6, -31}, {6, -10}, {6, 11}, {6, 32}}, {10}},
-        // One row: its ascent 9 and descent 3; width 40 + 2 cs + 2 * 6 = 76. Columns at 6,
-        // 6 + 10 + 12 = 28, 28 + 20 + 12 = 60.
-        {"one row", 1, 3, {cell(10, 8, 2), cell(20, 5, 1), cell(10, 9, 3)}, nullptr, Box(76, 9, 3),
-         {{6, 0}, {28, 0}, {60, 0}}, {10, 20, 10}},
         // Height 2 is below halfH 5: height 5, ascent fontH / 4 = 2, descent 3; the cell at -2 + 1.
         {"lower than halfH", 1, 1, {cell(10, 1, 1)}, nullptr, Box(22, 2, 3), {{6, -1}}, {10}},
-        // However tall the table, the room on either side stays half a column gap: width 10 + 12.
-        {"taller than 2 fontH", 1, 1, {cell(10, 12, 9)}, nullptr, Box(22, 12, 9), {{6, 0}}, {10}},
     };
     for (Case const &c : cases) {
         SCOPED_TRACE(c.name);
@@ -235,9 +209,6 @@ TEST(LayoutTable, ShapeAndRange)
         // The range starts at child 1: cells show children 1, 2 and 3, the fourth cell none. colW 30,
         // 40; the rows as in the 2 x 2 grid. Row 1: child 3 (10 wide) centred in 30: 10 + 6.
         {"range from 1", 1, 0, 0, 2, 4, Box(94, 18, 13), {{6, -10}, {48, -10}, {16, 11}, {-1, -1}}},
-        // Nothing to show: no children, or a shape of 0 rows.
-        {"no children", 0, 0, 0, 2, 0, Box(0, 0, 0), {}},
-        {"no rows", 0, 0, 0, 0, 4, Box(0, 0, 0), {}},
         // A shape too large to hold shows nothing.
         {"absurd shape", 0, 0, 0, std::size_t(1) << 30, 4, Box(0, 0, 0), {}},
     };
@@ -278,11 +249,6 @@ TEST(LayoutTable, WrappingSharesTheWidth)
         // columns 2 and 3 (45). Column 2 in 45 is 40, leaving 5 to column 3 (50), which is 50.
         // Lines: 120 / 48 -> 3, 80 / 40 -> 2, 80 / 50 -> 2: descent 2 + 20. width 158 + 36 + 12 = 206.
         {"left-over goes right", 1, 4, four, 208, true, true, {20, 48, 40, 50}, {22}, Box(206, 8, 22)},
-        // Column 0 of natural 30 and least 20 keeps 30 and takes 10 from both: extra 84 - 10 = 74,
-        // demand 234 - 10 = 224. Shares 16 + 104 * 74 / 224 = 50, 20 + 60 * 74 / 224 = 39, 39. Column 1
-        // is 48 in 50: 2 / 2 = 1 each, 40 and 40, both used.
-        {"narrow column keeps its width", 1, 4, {words(30, 10), words(120, 16), words(80, 10), words(80, 10)}, 208,
-         true, true, {30, 48, 40, 40}, {22}, Box(206, 8, 22)},
         // No room at all: avail is raised to 4 * 2 m = 80. Least sum 76, extra 4, demand 224, fair 20.
         // Shares 20, 16 + 416 / 224 = 17, 20 + 240 / 224 = 21, 21. Column 1: 16 in 17, 1 / 2 = 0;
         // column 2: 20 in 21, 1 / 1 to column 3 (22), which is 20. Lines 8, 4, 4: descent 2 + 70.
@@ -296,7 +262,6 @@ TEST(LayoutTable, WrappingSharesTheWidth)
          {12, 2}, Box(104, 23, 18)},
         // No wrapping: the natural widths, one line of 10: 300 + 36 + 12.
         {"wrapchildren off", 1, 4, four, 208, false, true, {20, 120, 80, 80}, {2}, Box(348, 8, 2)},
-        {"wrap_lines off", 1, 4, four, 208, true, false, {20, 120, 80, 80}, {2}, Box(348, 8, 2)},
         // avail 348 - 48 = 300 is not below natural 300.
         {"fits exactly", 1, 4, four, 348, true, true, {20, 120, 80, 80}, {2}, Box(348, 8, 2)},
     };
@@ -365,16 +330,11 @@ TEST(LayoutTable, LinesAndPens)
         std::vector<std::string> calls;
     };
     Case const cases[] = {
-        {"no lines anywhere", nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, {font}},
-        {"all n", u"n", u"nn", u"nnnn", nullptr, nullptr, nullptr, {font}},
         // "S" is thick, any other character thin; the frame goes top, left, bottom, right. Framed top
         // and right: top 32 - 5 = 27, right 188 + 6 = 194.
         {"own lines", u"S", u"|", u"SxnS", nullptr, nullptr, nullptr,
          {font, thick, "line(100,47,194,47)", thin, "line(152,27,152,63)", thick, "line(100,27,194,27)", thin,
           "line(100,27,100,63)", thick, "line(194,27,194,63)", restore}},
-        // The last frame character repeats for the positions past the end: bottom 63 + 5 = 68.
-        {"frame repeats", nullptr, nullptr, u"nS", nullptr, nullptr, nullptr,
-         {font, thick, "line(100,32,100,68)", thick, "line(100,68,194,68)", thick, "line(194,32,194,68)", restore}},
         // With no strings of its own the layout draws the node's.
         {"node lines", nullptr, nullptr, nullptr, u"x", u"S", u"x",
          {font, thin, "line(100,47,194,47)", thick, "line(152,27,152,68)", thin, "line(100,27,194,27)", thin,
@@ -401,102 +361,6 @@ TEST(LayoutTable, LinesAndPens)
         EXPECT_TRUE(x.f.context.displaystyle());
         EXPECT_EQ(7, x.f.context.child_index());
     }
-}
-
-TEST(LayoutTable, RowLinesOfThreeRows)
-{
-    // Three rows as in "odd rows, tall middle", drawn at (0, 0): cells at y -25, 0, 25 with descents
-    // 2, 6, 2, rows (rs 6 + halfH 5) = 11 apart. Lines in the middle of the gaps, 11 / 2 = 5 below
-    // each row: 5 - 25 + 2 = -18 and 5 + 0 + 6 = 11, across the width 22. "S" then "x".
-    TableFixture x(new LayoutTable(0, -1, 0, 0, u"Sx", nullptr, nullptr, nullptr, false), 3, 1,
-                   {cell(10, 8, 2), cell(10, 12, 6), cell(10, 8, 2)});
-    std::unique_ptr<BoxTree> box(x.request());
-    x.f.canvas.clear();
-    draw_as(x.f.context, x.table.get(), x.table_layout, AllocationTree(Point(0, 0), box.get()));
-    std::vector<std::string> const calls{"font(Times New Roman,240,0,0,cs=1,angle=0)",
-                                         "pen(3/#000000/solid,restart=1)", "line(0,-18,22,-18)",
-                                         "pen(1/#000000/solid,restart=1)", "line(0,11,22,11)",
-                                         "pen(0/#000000/solid,restart=1)"};
-    EXPECT_EQ(calls, x.f.canvas.calls());
-}
-
-TEST(LayoutTable, PickAndNeighbours)
-{
-    TableFixture x(plain_table(), 2, 3, std::vector<Cell>(6, cell(10, 8, 2)));
-    std::unique_ptr<BoxTree> box(x.request());
-    AllocationTree const at(Point(0, 0), box.get());
-    x.f.context.math_node(x.table.get());
-    // In range: the cells are asked in text style and display style comes back; out of range: no one.
-    EXPECT_TRUE(x.table_layout->pick(4, nullptr, x.f.context, at, Point(1, 1)));
-    EXPECT_FALSE(x.table_layout->pick(6, nullptr, x.f.context, at, Point(1, 1)));
-    EXPECT_EQ(std::vector<std::string>{"4T"}, x.probe->picked);
-    EXPECT_TRUE(x.f.context.displaystyle());
-    EXPECT_EQ(nullptr, x.table_layout->allocate_selection(9, nullptr, 1, x.f.context, at));
-
-    // Moves go through the grid as in a list of rows (2 x 3: 0 1 2 / 3 4 5).
-    long to = -1;
-    EXPECT_TRUE(x.table_layout->get_neighbour_child(x.f.context, 1, Input::key_down, to));
-    EXPECT_EQ(4, to);
-    EXPECT_FALSE(x.table_layout->get_neighbour_child(x.f.context, 2, Input::key_right, to));
-}
-
-TEST(LayoutTable, CellLayoutOfAColumn)
-{
-    Held<LayoutTable> t(new LayoutTable(0, -1, 2, 3, u"", u"S", nullptr, u"lr", true));
-    EXPECT_EQ(nullptr, t->row_lines());  // an empty string is kept as null
-    EXPECT_EQ(nullptr, t->cell_layout(0));
-    CellProbe *a = new CellProbe({});
-    CellProbe *b = new CellProbe({});
-    t->append(a);
-    t->append(b);
-    // Column c uses child c, and the last child past the end.
-    EXPECT_EQ(a, t->cell_layout(0));
-    EXPECT_EQ(b, t->cell_layout(1));
-    EXPECT_EQ(b, t->cell_layout(5));
-}
-
-// Entering a table template: the shape comes from the layout, from the caller, or from the host (who
-// is not there in these tests, so asking fails).
-TEST(LayoutTable, EnteringATableTemplate)
-{
-    TemplateTable templates(nullptr);
-    struct Case
-    {
-        std::size_t layout_rows;
-        std::size_t layout_cols;
-        bool tabular;
-        std::size_t rows;
-        std::size_t cols;
-        std::size_t expected_rows;  // 0: no node
-        std::size_t expected_cols;
-    };
-    Case const cases[] = {
-        {2, 3, false, 0, 0, 2, 3},  {0, 3, false, 0, 0, 0, 0},  {0, 0, false, 0, 0, 0, 0},
-        {0, 0, true, 4, 5, 4, 5},   {2, 0, true, 4, 5, 2, 5},   {2, 3, true, 4, 5, 2, 3},
-        {0, 0, true, 0, 5, 0, 0},
-    };
-    for (Case const &c : cases) {
-        SCOPED_TRACE(std::to_string(c.layout_rows) + "x" + std::to_string(c.layout_cols) + (c.tabular ? " tab" : ""));
-        Held<MathTemplate> t(new MathTemplate(&templates, u"matrix", true, u"Matrix", TemplateAccelerator(), 0, true, 0,
-                                              false, false, false, 0, -1, MathTemplate::no_parens_priority));
-        t->layout(new LayoutTable(0, -1, c.layout_rows, c.layout_cols, nullptr, nullptr, nullptr, nullptr, false));
-        Held<MathNode> node(c.tabular ? t->create_tabular_edit_node(c.rows, c.cols) : t->create_edit_node());
-        if (c.expected_rows == 0) {
-            EXPECT_EQ(nullptr, node.get());
-            continue;
-        }
-        MathTableNode *table = dynamic_cast<MathTableNode *>(node.get());
-        ASSERT_NE(nullptr, table);
-        EXPECT_EQ(t.get(), table->templ());
-        EXPECT_EQ(c.expected_rows, table->n_rows());
-        EXPECT_EQ(c.expected_cols, table->n_cols());
-        ASSERT_EQ(static_cast<long>(c.expected_rows * c.expected_cols), table->count());
-        for (long i = 0; i < table->count(); ++i)
-            EXPECT_EQ(templates.get_dummy_template(), table->child(static_cast<int>(i))->templ()) << i;
-    }
-    // A template without a table layout has no tabular form.
-    Held<MathTemplate> plain(layout_template(new CellProbe({})));
-    EXPECT_EQ(nullptr, plain->create_tabular_edit_node(2, 2));
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
-// Tests of LayoutOver, LayoutUnder and LayoutUnderOver: centring and alignment, the leading between
+// Tests of LayoutOver and LayoutUnderOver: centring and alignment, the leading between
 // base and scripts, operators stretched across the column, integral slants, limits that move to script
-// positions in text style, script style and accents, and moves.
+// positions in text style, script style and accents.
 //
 // Font size 2400 on the recording canvas: a leading of 80 / 5 = 16; one script level down the X-height
 // is 49 and the descent of "x" 14; ex 50. At size 36000 the leading is 1200 / 5 = 240 and D = 300.
@@ -13,7 +13,6 @@
 #include "tavi/math/layout/layoutintegralop.h"
 #include "tavi/math/layout/layoutover.h"
 #include "tavi/math/layout/layoutoverbarop.h"
-#include "tavi/math/layout/layoutunder.h"
 #include "tavi/math/layout/layoutunderover.h"
 
 using namespace Tavi;
@@ -53,17 +52,9 @@ TEST(UnderOverTest, OverCentresScript)
         EXPECT_EQ(script->requests.back().scriptlevel, accent ? 0 : 1);
         EXPECT_EQ(script->requests.back().display, accent);
         EXPECT_EQ(script->requests.back().constraint_width, F);
-        EXPECT_EQ(base->requests.back().scriptlevel, 0);
         EXPECT_EQ(base->requests.back().constraint_width, F);
         EXPECT_EQ(c.ctx.scriptlevel(), 0);
         EXPECT_TRUE(c.ctx.displaystyle());
-
-        over->draw(c.ctx, AllocationTree(Point(1000, 500), box.get()));
-        ASSERT_EQ(script->draws.size(), 1u);
-        EXPECT_EQ(script->draws[0].at, Point(1100, 416));
-        EXPECT_EQ(script->draws[0].scriptlevel, accent ? 0 : 1);
-        EXPECT_EQ(base->draws[0].scriptlevel, 0);
-        EXPECT_EQ(c.ctx.scriptlevel(), 0);
     }
 }
 
@@ -101,19 +92,6 @@ TEST(UnderOverTest, OperatorsStretchAcrossTheColumn)
         EXPECT_EQ(box->child(1)->offset(), k.script);
         EXPECT_EQ(box->ascent(), k.ascent);
     }
-
-    // With nothing but operators, w is 0 and they are asked with a free width.
-    Context c(2400);
-    Held<LayoutOverBarOp> op(new LayoutOverBarOp);
-    Held<LayoutUnder> under(new LayoutUnder(false));
-    StyleProbe *base = new StyleProbe(300, 60, 10, 0);
-    StyleProbe *script = new StyleProbe(100, 30, 8, 1);
-    base->op = op.get();
-    script->op = op.get();
-    add(under, {base, script});
-    std::unique_ptr<BoxTree> box(under->request(c.ctx, BoxTreeLeaf(5, 6, 7)));
-    EXPECT_EQ(base->requests.back().constraint_width, F);
-    EXPECT_EQ(script->requests.back().constraint_width, F);
 }
 
 // An integral in display style at size 36000: box (100, 141, 81), limits moved by s = 300*300/3000 = 30.
@@ -144,20 +122,7 @@ TEST(UnderOverTest, IntegralLimitsFollowTheSlant)
         EXPECT_EQ(box->child(1)->offset(), Point(k.underX, 621)) << k.align;
         EXPECT_EQ(box->child(2)->offset(), Point(k.overX, -481)) << k.align;
         EXPECT_EQ(box->box(), Box(k.width, 781, 721)) << k.align;
-        EXPECT_EQ(uo->core_operator(), nullptr);
     }
-
-    // Under alone: base 230, under 0 at (0, 621); the ascent is what the children leave, max(141, 300);
-    // descent 721; width max(330, 500).
-    Context c(36000);
-    Held<LayoutUnder> under(new LayoutUnder(false));
-    add(under, {new LayoutIntegralOp(u"&Integral;", LayoutOp::prefix, false, false, false, false, 0, 0),
-                new StyleProbe(500, 300, 100, 1)});
-    std::unique_ptr<BoxTree> box(under->request(c.ctx, BoxTree::unconstrained));
-    EXPECT_EQ(box->child(0)->offset(), Point(230, 0));
-    EXPECT_EQ(box->child(1)->offset(), Point(0, 621));
-    EXPECT_EQ(box->box(), Box(500, 300, 721));
-    EXPECT_NE(under->core_operator(), nullptr);
 }
 
 // A sum with movable limits: "&Sum;" at size 2400 has D = 20 and is 100 wide.
@@ -206,68 +171,5 @@ TEST(UnderOverTest, MovableLimitsBecomeScriptsInTextStyle)
                   std::vector<std::string>{glyph(k.display ? 88 : 80, 0, -box->child(0)->ascent())});
         EXPECT_EQ(c.ctx.scriptlevel(), 0);
         EXPECT_EQ(c.ctx.displaystyle(), k.display);
-
-        // Picking a script also goes by the style; the limits layout answers in text style.
-        AllocationTree at(Point(0, 0), box.get());
-        EXPECT_TRUE(uo->pick(2, nullptr, c.ctx, at, Point(0, 0)));
-        ASSERT_EQ(overScript->picks.size(), 1u);
-        EXPECT_EQ(overScript->picks[0].scriptlevel, 1);
     }
-}
-
-// Picking the base keeps its style; with accent the scripts are picked in the base's style too.
-// Moves follow the stacking.
-TEST(UnderOverTest, PickAndMoves)
-{
-    for (bool accent : {false, true}) {
-        Context c(2400);
-        Held<LayoutUnderOver> uo(new LayoutUnderOver(accent, 'c'));
-        StyleProbe *base = new StyleProbe(300, 60, 10, 0);
-        StyleProbe *under = new StyleProbe(100, 30, 8, 1);
-        add(uo, {base, under, new StyleProbe(100, 30, 8, 2)});
-        std::unique_ptr<BoxTree> box(uo->request(c.ctx, BoxTree::unconstrained));
-        AllocationTree at(Point(0, 0), box.get());
-        EXPECT_TRUE(uo->pick(0, nullptr, c.ctx, at, Point(0, 0)));
-        std::unique_ptr<AllocationTree> sel(uo->allocate_selection(1, nullptr, 1, c.ctx, at));
-        EXPECT_NE(sel, nullptr);
-        EXPECT_EQ(base->picks[0].scriptlevel, 0);
-        EXPECT_EQ(under->picks[0].scriptlevel, accent ? 0 : 1);
-        EXPECT_EQ(c.ctx.scriptlevel(), 0);
-
-        struct Move
-        {
-            long from;
-            Input::Key key;
-            bool moves;
-            long to;
-        } const moves[] = {
-            {2, Input::key_down, true, 0}, {0, Input::key_down, true, 1}, {1, Input::key_up, true, 0},
-            {0, Input::key_up, true, 2},   {1, Input::key_down, false, 0}, {2, Input::key_up, false, 0},
-            {0, Input::key_left, false, 0},
-        };
-        for (Move const &m : moves) {
-            long r = -1;
-            EXPECT_EQ(uo->get_neighbour_child(c.ctx, m.from, m.key, r), m.moves) << m.from << " " << m.key;
-            if (m.moves) {
-                EXPECT_EQ(r, m.to);
-            }
-        }
-    }
-
-    Context c(2400);
-    Held<LayoutOver> over(new LayoutOver(false));
-    add(over, {new StyleProbe(300, 60, 10, 0), new StyleProbe(100, 30, 8, 1)});
-    Held<LayoutUnder> under(new LayoutUnder(false));
-    add(under, {new StyleProbe(300, 60, 10, 0), new StyleProbe(100, 30, 8, 1)});
-    long r = -1;
-    EXPECT_TRUE(over->get_neighbour_child(c.ctx, 0, Input::key_up, r));
-    EXPECT_EQ(r, 1);
-    EXPECT_TRUE(over->get_neighbour_child(c.ctx, 1, Input::key_down, r));
-    EXPECT_EQ(r, 0);
-    EXPECT_FALSE(over->get_neighbour_child(c.ctx, 0, Input::key_down, r));
-    EXPECT_TRUE(under->get_neighbour_child(c.ctx, 0, Input::key_down, r));
-    EXPECT_EQ(r, 1);
-    EXPECT_TRUE(under->get_neighbour_child(c.ctx, 1, Input::key_up, r));
-    EXPECT_EQ(r, 0);
-    EXPECT_FALSE(under->get_neighbour_child(c.ctx, 1, Input::key_down, r));
 }
