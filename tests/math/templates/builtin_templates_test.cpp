@@ -80,10 +80,8 @@ TEST(BuiltinTemplates, OperandRulesNodesAndLayouts)
     double const never = MathTemplate::no_parens_priority;
     std::vector<Case> const cases = {
         {u"ci", 0, false, 0, false, false, never, typeid(MathIdentNode), typeid(LayoutIdentNode)},
-        {u"cn", 0, false, 0, false, false, never, typeid(MathNumberNode), typeid(LayoutNumberNode)},
         {u"plus", 1, true, 2, true, true, 1000.0, typeid(MathPlusNode), typeid(LayoutTemplateOperatorRow)},
         {u"minus", 2, false, 2, true, true, 1000.0, typeid(MathPlusNode), typeid(void)},
-        {u"negate", 1, false, 1, true, true, 1000.0, typeid(MathPlusNode), typeid(void)},
         {u"subscript", 2, false, 2, false, true, never, typeid(MathSubscriptNode), typeid(LayoutSub)},
         {u"subsupscript", 3, false, 3, false, true, never, typeid(MathSubSupscriptNode), typeid(LayoutSubSup)},
         {u"joinsymb", 2, true, 2, true, true, never, typeid(MathJoinSymbNode), typeid(LayoutOperatorRow)},
@@ -126,7 +124,6 @@ TEST(BuiltinTemplates, AccentsSetTheirMarkWithTheBase)
     };
     std::vector<Case> const cases = {
         {u"overbar_accent", u"&OverBar;", typeid(LayoutOver), false, typeid(LayoutOverBarOp)},
-        {u"underbar_accent", u"&UnderBar;", typeid(LayoutUnder), false, typeid(LayoutOverBarOp)},
         {u"prime_accent", u"&prime;", typeid(LayoutRow), false, typeid(LayoutOp)},
         {u"tilde_accent", u"&tilde;", typeid(LayoutOver), true, typeid(LayoutOp)},
         {u"dot_accent", u"&dot;", typeid(LayoutOver), true, typeid(LayoutOp)},

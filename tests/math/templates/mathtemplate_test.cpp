@@ -1,6 +1,6 @@
 // MathTemplate: the constructor's invariant, how layouts are installed and released, the choice of
-// the linear layout by width and the later calls that follow the box's flag, and the parenthesis,
-// flattening and deletion rules over a node's children.
+// the linear layout by width and the drawing that follows the box's flag, and the parenthesis and
+// deletion rules over a node's children.
 //
 // The recording canvas gives each character an advance of 10*s/240 for a font of s twips, so "m" is
 // 10 wide in the default 240-twip text font and 7 wide (1700/240, truncated) at script level 1, where
@@ -213,41 +213,6 @@ TEST(MathTemplate, RequestFallsBackToTheLinearLayoutWhenThreeEmsDoNotFit)
         journal.clear();
         t->draw(f.context, AllocationTree(Point(5, 20), box.get()));
         EXPECT_EQ(journal, Journal{c.linear ? "draw:L@5,20" : "draw:P@5,20"});
-    }
-}
-
-TEST(MathTemplate, LaterCallsGoToTheLayoutThatMadeTheBox)
-{
-    Fixture f;
-    Journal journal;
-    Templ t(plain());
-    auto *linear = (new LayoutProbe("L", &journal))->shows(0);
-    auto *main = (new LayoutProbe("P", &journal))->shows(0);
-    linear->caret = 4;
-    main->caret = 9;
-    t->layout(linear);
-    t->layout(main);
-
-    BoxTreeLeaf by_linear(60, 6, 1);
-    by_linear.alternativeLayoutUsed(true);
-    BoxTreeLeaf by_main(100, 8, 2);
-    struct Case
-    {
-        BoxTree const *box;
-        char const *name;
-        long caret;
-    } const cases[] = {{&by_linear, "L", 4}, {&by_main, "P", 9}};
-    for (Case const &c : cases) {
-        std::string const n = c.name;
-        AllocationTree const at(Point(7, 30), c.box);
-        journal.clear();
-        t->draw(f.context, at);
-        EXPECT_TRUE(t->pick(0, nullptr, f.context, at, Point(8, 29)));
-        EXPECT_EQ(t->caret_pos(f.context, at, Point(8, 29)), c.caret);
-        std::unique_ptr<AllocationTree> selection(t->allocate_selection(0, nullptr, 1, f.context, at));
-        std::unique_ptr<AllocationTree> placed(t->allocate(1, f.context, at));
-        EXPECT_EQ(journal, (Journal{"draw:" + n + "@7,30", "pick:" + n + "/0@7,30", "caret_pos:" + n + "@7,30",
-                                    "allocate_selection:" + n + "/0@7,30", "allocate_placeholder:" + n + "/1@7,30"}));
     }
 }
 
