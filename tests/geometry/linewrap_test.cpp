@@ -115,10 +115,6 @@ TEST(LineWrap, RowsOfLeaves)
         // well: 2 + 0 + 10 = 12; C at 12 + 8 + 10 = 30, descent 12 + 2 + 8 + 10 = 32.
         {"joining counts the gap", {atom(30, 0, forced), atom(50), atom(60)}, 100, false, 20,
          {{0, 0}, {30, 0}, {10, 30}}, Box(90, 8, 32)},
-        // B 9 high is taller than A's line (8): a line of its own. The root is 9 + 2 > 10 high, gap 10:
-        // B at 2 + 9 + 10 = 21 (height 23), C at 23 + 8 + 10 = 41, descent 23 + 2 + 8 + 10 = 43.
-        {"a taller tail does not join", {atom(30, 0, forced), atom(50, 0, 0, 9), atom(60)}, 100, false, -1,
-         {{0, 0}, {10, 21}, {10, 41}}, Box(70, 8, 43)},
         // Widths below 4 "m" are 40: 20 + 21 does not fit in 0.
         {"41 in 40", {atom(20), atom(21)}, 0, false, -1, {{0, 0}, {10, 10}}, Box(31, 8, 12)},
         // Display style keeps 2 ex = 10 off the width: 100 does not fit in 105 - 10.
@@ -140,11 +136,11 @@ TEST(LineWrap, RowsOfLeaves)
     }
 }
 
-// A gap inside a nested row is dearer by 200 per level of the shallower atom; the atoms of an atomic
-// node are not looked into. D has a left badness of 150.
+// A gap inside a nested row is dearer by 200 per level of the shallower atom. D has a left badness
+// of 150.
 TEST(LineWrap, DeeperGapsCostMore)
 {
-    enum Shape { flat, nested, atomic };
+    enum Shape { flat, nested };
     struct Case
     {
         Shape shape;
@@ -157,8 +153,6 @@ TEST(LineWrap, DeeperGapsCostMore)
         {flat, {{0, 0}, {50, 0}, {10, 10}, {35, 10}}, Box(75, 8, 12)},
         // Nested (B, C at depth 3): between them 600 + 78.125 = 678.125 > 550: break after C.
         {nested, {{0, 0}, {50, 0}, {75, 0}, {10, 10}}, Box(100, 8, 12)},
-        // Atomic: B and C are one atom of 50 at depth 2 and keep their inner offsets 0 and 25.
-        {atomic, {{0, 0}, {0, 0}, {25, 0}, {10, 10}}, Box(100, 8, 12)},
     };
     for (Case const &c : cases) {
         SCOPED_TRACE(static_cast<int>(c.shape));
@@ -173,7 +167,7 @@ TEST(LineWrap, DeeperGapsCostMore)
             root.append(b);
             root.append(cc);
         } else {
-            inner = c.shape == nested ? new BoxTreeNode : new BoxTreeAtomicNode;
+            inner = new BoxTreeNode;
             inner->append(b);
             inner->append(cc);
             root.append(inner);
@@ -186,29 +180,20 @@ TEST(LineWrap, DeeperGapsCostMore)
             EXPECT_EQ(3, b->level());
             EXPECT_EQ(0, inner->xOffset());  // a node between the root and its atoms stands at x 0
         }
-        if (c.shape == atomic) {
-            EXPECT_EQ(0, b->level());
-            EXPECT_EQ(2, inner->level());
-            EXPECT_EQ(Point(50, 0), inner->offset());
-        }
     }
 }
 
 TEST(LineWrap, AtomsAreNotWrappedAndEmptyTreesFail)
 {
-    BoxTreeLeaf leaf(500, 8, 2);
-    EXPECT_FALSE(wrap(leaf, 100));
-    EXPECT_EQ(Point(-1, -1), leaf.offset());
     BoxTreeAtomicNode atomic;
     atomic.append(new BoxTreeLeaf(500, 8, 2));
     EXPECT_FALSE(wrap(atomic, 100));
     EXPECT_EQ(500, atomic.width());
 
-    BoxTreeNode empty;
     BoxTreeNode hollow;
     hollow.append(new BoxTreeNode);
     BoxTreeNode unset(2);
-    for (BoxTreeNode *tree : {&empty, &hollow, &unset}) {
+    for (BoxTreeNode *tree : {&hollow, &unset}) {
         try {
             wrap(*tree, 100);
             ADD_FAILURE() << "no exception";
