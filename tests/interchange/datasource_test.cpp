@@ -1,5 +1,5 @@
-// Tests of the data sources and the clipboard: formats offered, byte counts and contents written,
-// independence after copy, and the clipboard's text through the hosting frame.
+// Tests of the data sources: formats offered, byte counts and contents written, and independence
+// after copy.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -9,9 +9,7 @@
 
 #include "interchange/content_test_util.h"
 #include "support/math_fixture.h"
-#include "tavi/interchange/clipboard.h"
 #include "tavi/interchange/datasource.h"
-#include "tavi/interchange/hostingframe.h"
 #include "tavi/math/mathnode.h"
 
 using namespace Tavi;
@@ -37,54 +35,6 @@ std::vector<wstring> formats_of(DataSource const &source)
         out.push_back(source.format(i));
     return out;
 }
-
-// A host's clipboard: it owns the source it is given and hands out its formats.
-class HoldingClipboard : public Clipboard
-{
-public:
-    std::size_t provides(wchar const *const *formats, std::size_t count) const override
-    {
-        asked_.assign(formats, formats + count);
-        for (std::size_t i = 0; i < count; ++i)
-            if (offered(formats[i]) != npos)
-                return i + 1;
-        return 0;
-    }
-    bool get_data(int index, Kxt::KTstream &stream) override
-    {
-        auto *memory = dynamic_cast<Kxt::KTmemoryStream *>(&stream);
-        std::size_t const format = offered(asked_.at(static_cast<std::size_t>(index) - 1).c_str());
-        return memory != nullptr && format != npos && source->serialize(format, *memory);
-    }
-    void data(DataSource *given) override { source.reset(given); }
-
-    std::unique_ptr<DataSource> source;
-
-private:
-    static constexpr std::size_t npos = static_cast<std::size_t>(-1);
-    std::size_t offered(wchar const *name) const
-    {
-        for (std::size_t j = 0; source && source->format(j) != nullptr; ++j)
-            if (wstring(source->format(j)) == name)
-                return j;
-        return npos;
-    }
-    mutable std::vector<wstring> asked_;
-};
-
-// Installed for its own life.
-class HoldingFrame : public HostingFrame
-{
-public:
-    HoldingFrame() : old_(install(this)) {}
-    ~HoldingFrame() override { install(old_); }
-    Clipboard &clipboard() override { return board; }
-    void message(wchar const *, wchar const *, MessageType) override {}
-    HoldingClipboard board;
-
-private:
-    HostingFrame *old_;
-};
 
 }  // namespace
 
@@ -152,26 +102,4 @@ TEST(DataSource, MathContentAndCopy)
     x->text(u"y");
     EXPECT_EQ(math_doc("<ident>y</ident>"), content(shared));
     EXPECT_EQ(math_doc("<ident>x</ident>"), content(copied));
-}
-
-// With a host's clipboard: text put on it comes back, sources go to it, and a request for several formats answers the position of the first
-// one on offer.
-TEST(Clipboard, TextThroughTheHostsClipboard)
-{
-    HoldingFrame frame;
-    EXPECT_FALSE(Clipboard::has_text());
-    wstring const long_text(700, u'z');  // more than the stream's first block
-    Clipboard::text(long_text.c_str());
-    std::unique_ptr<wchar[]> whole(Clipboard::text());
-    ASSERT_NE(nullptr, whole);
-    EXPECT_EQ(long_text, wstring(whole.get()));
-    TemplateTable table(nullptr);
-    (new MathNodeDataSource(table.get_template(u"cn")->create_node(u"12")))->put_on_clipboard();
-    wchar const *const formats[] = {u"image/png", math_edit_content_format, plain_text_format};
-    EXPECT_EQ(2u, frame.board.provides(formats, 3));
-    // A number's text lacks a byte of the terminator; the odd byte is dropped.
-    std::unique_ptr<wchar[]> back(Clipboard::text());
-    EXPECT_EQ(u"12", wstring(back.get()));
-    (new MathNodeDataSource(table.get_dummy_template()->create_node()))->put_on_clipboard();
-    EXPECT_FALSE(Clipboard::has_text());
 }
