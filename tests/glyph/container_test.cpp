@@ -221,21 +221,6 @@ TYPED_TEST(ContainerTest, OutOfRangeThrowsAndChangesNothing)
     EXPECT_TRUE(this->journal.empty());  // nothing undrawn
 }
 
-// Row alone does nothing at all when the glyph is already in place; the others still report.
-TEST(Row, ReplaceByItselfDoesNotReport)
-{
-    CountedRow row;
-    CountedPoly poly;
-    auto *a = new Probe("a");
-    row.append(a);
-    poly.append(a);
-    row.replace(0, a);
-    poly.replace(0, a);
-    EXPECT_EQ(row.modified_calls, 1);
-    EXPECT_EQ(poly.modified_calls, 2);
-    EXPECT_EQ(a->ref_count(), 2);
-}
-
 // Positions of AllocGlyph and Placement follow their children through the list operations.
 template <class C>
 class PositionTest : public ContainerTest<C>

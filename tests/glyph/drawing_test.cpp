@@ -1,6 +1,6 @@
-// Drawing through the small glyphs: TextGlyph paints its string with the font, colour and
-// character set of a TextGlyphContext and nothing without one; Placement paints its children at their positions inside a
-// translation that it adds and takes away again, measuring each child afresh.
+// Drawing through the small glyphs: TextGlyph paints its string with the font, colour and character
+// set of a TextGlyphContext and nothing without one; Placement paints its children at their
+// positions inside a translation that it adds and takes away again, measuring each child afresh.
 #include <gtest/gtest.h>
 
 #include <memory>
