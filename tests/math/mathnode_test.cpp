@@ -1,5 +1,5 @@
 // MathNode and MathAtomNode: the highlight of selected nodes and the insertion-point operand, painting
-// within the damage, the subtree walks (flag, equality, search), picking, and the caret of atoms.
+// within the damage, the subtree walks (equality, search), picking, and the caret of atoms.
 #include "math/node_probe.h"
 #include "tavi/glyph/view.h"
 #include "tavi/math/mathdummynode.h"
@@ -36,35 +36,6 @@ MathIdentNode *ident(MathTemplate *t, char16_t const *text)
 }
 
 }  // namespace
-
-// ip_operand(true) on a parent marks the parent alone and clears every descendant; false on the top
-// clears the whole tree.
-TEST(MathNode, InsertionPointFlagIsClearedBelow)
-{
-    Held<> probe;
-    Own<MathExprNode> top(new MathExprNode(probe.get()));
-    MathExprNode *mid = new MathExprNode(probe.get());
-    MathIdentNode *leaf = ident(probe.get(), u"x");
-    MathIdentNode *other = ident(probe.get(), u"y");
-    top->append(mid);
-    top->append(other);
-    mid->append(leaf);
-
-    leaf->ip_operand(true);
-    other->ip_operand(true);
-    EXPECT_TRUE(top->has_ip_operand());
-    EXPECT_TRUE(mid->has_ip_operand());
-
-    mid->ip_operand(true);
-    EXPECT_TRUE(mid->ip_operand());
-    EXPECT_FALSE(leaf->ip_operand());
-    EXPECT_TRUE(other->ip_operand());  // not below mid
-
-    top->ip_operand(false);
-    EXPECT_FALSE(top->has_ip_operand());
-    EXPECT_FALSE(mid->ip_operand());
-    EXPECT_FALSE(other->ip_operand());
-}
 
 TEST(MathNode, EqualityAndSearch)
 {
