@@ -201,7 +201,6 @@ TYPED_TEST(ContainerTest, OutOfRangeThrowsAndChangesNothing)
         std::function<void()> call;
     };
     Case const cases[] = {
-        {"component(2)", [&] { c.component(2); }},
         {"replace(2)", [&] { c.replace(2, g); }},
         {"remove(2)", [&] { c.remove(2); }},
         {"insert(3)", [&] { c.insert(3, g); }},

@@ -32,31 +32,19 @@ struct Painting
     TextGlyphContext context{plain, Font(u"Serif", 200, true, false), Color(10, 20, 30), Gauge::cs_symbol};
 };
 
+// Nothing is drawn without a text context; with one, the font, the colour, then the text at the
+// baseline point, a character outside the BMP whole.
 TEST(TextGlyph, DrawsItsStringAtTheBaselinePoint)
 {
-    struct Case
-    {
-        wchar const *text;
-        Point at;
-        char const *call;
-    };
-    wchar const surrogates[] = {u'x', 0xD835, 0xDC00, 0};  // one character outside the BMP
-    Case const cases[] = {
-        {nullptr, Point(-5, 7), "text(\"\",-5,7)"},  // null is the empty string
-        {surrogates, Point(1, 2), "text(\"x\xF0\x9D\x90\x80\",1,2)"},
-    };
-    for (Case const &c : cases) {
-        SCOPED_TRACE(c.call);
-        Painting p;
-        auto *glyph = new TextGlyph(c.text);
-        glyph->ref();
-        glyph->draw(p.plain, AllocationTree(Point(1, 1), nullptr));  // no font or colour to draw with
-        EXPECT_TRUE(p.canvas.calls().empty());
-        EXPECT_EQ(glyph->request(p.context, BoxTree::unconstrained), nullptr);
-        glyph->draw(p.context, AllocationTree(c.at, nullptr));
-        EXPECT_EQ(p.canvas.calls(), (Calls{font_call, color_call, c.call}));
-        glyph->unref();
-    }
+    wchar const surrogates[] = {u'x', 0xD835, 0xDC00, 0};
+    Painting p;
+    auto *glyph = new TextGlyph(surrogates);
+    glyph->ref();
+    glyph->draw(p.plain, AllocationTree(Point(1, 1), nullptr));
+    EXPECT_TRUE(p.canvas.calls().empty());
+    glyph->draw(p.context, AllocationTree(Point(-5, 7), nullptr));
+    EXPECT_EQ(p.canvas.calls(), (Calls{font_call, color_call, "text(\"x\xF0\x9D\x90\x80\",-5,7)"}));
+    glyph->unref();
 }
 
 // A leaf of fixed size that notes how it was asked and where it was drawn, and whose box trees

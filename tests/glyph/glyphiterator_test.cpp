@@ -21,8 +21,6 @@ struct Walk
 };
 
 Walk const walks[] = {
-    {"a", "a"},
-    {"R(S(a,b),c)", "abScR"},
     {"R(E(),a,F())", "EaFR"},
     {"R(S(a,T(b,c),d),U(e),V(W(f,g)))", "abcTdSeUfgWVR"},
 };
