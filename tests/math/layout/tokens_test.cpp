@@ -47,28 +47,38 @@ std::unique_ptr<BoxTreeNode> line_request(long room, long next_room)
     return node;
 }
 
+// An identifier node of two runs, "ab" as text and "cd" as symbols, measured.
+struct TwoRuns
+{
+    TwoRuns() : t(layout_template(new LayoutIdentNode)), node(ident_node(t.get(), u"x")), layout(new LayoutIdentNode)
+    {
+        MathString s(u"ab", MathString::f_text);
+        s.append(u"cd", 2, MathString::f_symbol);
+        node->text(s, -1);
+        box.reset(request_as(f.context, node.get(), layout.get()));
+    }
+    MathFixture f;
+    Held<MathTemplate> t;
+    Held<MathNode> node;
+    Held<LayoutIdentNode> layout;
+    std::unique_ptr<BoxTree> box;
+};
+
 TEST(Tokens, TextIsMeasuredRunByRunInTheFontOfEachClass)
 {
-    MathFixture f;
-    Held<MathTemplate> t(layout_template(new LayoutIdentNode));
-    // "ab" as text, "c" as a symbol.
-    MathString s(u"ab", MathString::f_text);
-    s.append(u'c', MathString::f_symbol);
-    Held<MathNode> node(ident_node(t.get(), u"x"));
-    node->text(s, -1);
-    Held<LayoutIdentNode> layout(new LayoutIdentNode);
-
-    std::unique_ptr<BoxTree> box(request_as(f.context, node.get(), layout.get()));
-    // Width 20 + 10; ink ascent 7 and descent 1 of both runs.
-    EXPECT_EQ(Box(30, 7, 1), box_of(box.get()));
+    TwoRuns x;
+    MathFixture &f = x.f;
+    BoxTree *box = x.box.get();
+    // Width 20 + 20; ink ascent 7 and descent 1 of both runs.
+    EXPECT_EQ(Box(40, 7, 1), box_of(box));
     // A node of an atom can be laid out again in pieces.
-    ASSERT_NE(nullptr, dynamic_cast<BoxTreeLeaf *>(box.get()));
-    EXPECT_TRUE(static_cast<BoxTreeLeaf *>(box.get())->isWrapable());
+    ASSERT_NE(nullptr, dynamic_cast<BoxTreeLeaf *>(box));
+    EXPECT_TRUE(static_cast<BoxTreeLeaf *>(box)->isWrapable());
 
     f.canvas.clear();
-    draw_as(f.context, node.get(), layout.get(), AllocationTree(Point(5, 20), box.get()));
+    draw_as(f.context, x.node.get(), x.layout.get(), AllocationTree(Point(5, 20), box));
     // The second run starts after the 20 units of the first.
-    std::vector<Painted> const expected{{"ab", 5, 20}, {"c", 25, 20}};
+    std::vector<Painted> const expected{{"ab", 5, 20}, {"cd", 25, 20}};
     EXPECT_EQ(expected, painted_texts(f.canvas));
     // Each run in its class's character set: unicode for text, symbol for symbols.
     std::vector<std::string> fonts = calls_starting(f.canvas, "font(");
@@ -171,46 +181,33 @@ TEST(Tokens, LineBreakingEdgeCases)
 
 TEST(Tokens, CaretPositionHasATolerance)
 {
-    MathFixture f;
-    Held<MathTemplate> t(layout_template(new LayoutIdentNode));
-    MathString s(u"abcd", MathString::f_text);
-    s.append(u"ef", 2, MathString::f_symbol);
-    Held<MathNode> node(ident_node(t.get(), u"x"));
-    node->text(s, -1);
-    Held<LayoutIdentNode> layout(new LayoutIdentNode);
-    std::unique_ptr<BoxTree> box(request_as(f.context, node.get(), layout.get()));
-    AllocationTree const at(Point(100, 10), box.get());
-    // Boundaries at 110, 120, 130, 140 in the first run, 150 and 160 in the second. A point counts
-    // for a boundary from 2 units before it.
+    TwoRuns x;
+    AllocationTree const at(Point(100, 10), x.box.get());
+    // Boundaries at 110 and 120 in the first run, 130 and 140 in the second. A point counts for a
+    // boundary from 2 units before it.
     struct Case
     {
         long x;
         long position;
     };
     Case const cases[] = {
-        {50, 0},   {107, 0},  {108, 1},
-        {137, 3},  {138, 4},  // 140 ends run 1: the second run's first index
-        {147, 4},  {148, 5},  {300, 6},
+        {50, 0}, {107, 0}, {108, 1}, {117, 1},
+        {118, 2},  // 120 ends run 1: the second run's first index
+        {127, 2}, {128, 3}, {300, 4},
     };
-    f.context.math_node(node.get());
+    x.f.context.math_node(x.node.get());
     for (Case const &c : cases)
-        EXPECT_EQ(c.position, layout->caret_pos(f.context, at, Point(c.x, 0))) << c.x;
-    f.context.math_node(nullptr);
+        EXPECT_EQ(c.position, x.layout->caret_pos(x.f.context, at, Point(c.x, 0))) << c.x;
+    x.f.context.math_node(nullptr);
 }
 
 TEST(Tokens, TheCaretIsDrawnOnceInItsRun)
 {
-    MathFixture f;
-    Held<MathTemplate> t(layout_template(new LayoutIdentNode));
-    MathString s(u"ab", MathString::f_text);
-    s.append(u"cd", 2, MathString::f_symbol);
-    Held<MathNode> node(ident_node(t.get(), u"x"));
-    node->text(s, -1);
-    Held<LayoutIdentNode> layout(new LayoutIdentNode);
-    std::unique_ptr<BoxTree> box(request_as(f.context, node.get(), layout.get()));
+    TwoRuns x;
+    MathFixture &f = x.f;
     // Position 3: one character into the second run, which starts at 20 + 20.
     f.context.caret_pos(3);
-    draw_as(f.context, node.get(), layout.get(), AllocationTree(Point(20, 30), box.get()));
+    draw_as(f.context, x.node.get(), x.layout.get(), AllocationTree(Point(20, 30), x.box.get()));
     std::vector<std::string> lines = calls_starting(f.canvas, "line(");
     // x = 40 + 10, from 30 - 8 to 30 + 2.
     std::vector<std::string> const expected{"line(50,22,50,32,pen=0/#000000/solid,restart=1)"};
@@ -219,7 +216,7 @@ TEST(Tokens, TheCaretIsDrawnOnceInItsRun)
     // At a run boundary the first run takes it, and only one caret is drawn.
     f.canvas.clear();
     f.context.caret_pos(2);
-    draw_as(f.context, node.get(), layout.get(), AllocationTree(Point(20, 30), box.get()));
+    draw_as(f.context, x.node.get(), x.layout.get(), AllocationTree(Point(20, 30), x.box.get()));
     std::vector<std::string> const boundary{"line(40,22,40,32,pen=0/#000000/solid,restart=1)"};
     EXPECT_EQ(boundary, calls_starting(f.canvas, "line("));
 }
