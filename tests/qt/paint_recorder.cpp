@@ -23,8 +23,6 @@ void PaintRecordEngine::updateState(QPaintEngineState const &state)
         pen_ = state.pen();
     if (flags & QPaintEngine::DirtyBrush)
         brush_ = state.brush();
-    if (flags & QPaintEngine::DirtyBrushOrigin)
-        brush_origin_ = state.brushOrigin();
     if (flags & QPaintEngine::DirtyTransform)
         transform_ = state.transform();
 }
@@ -35,7 +33,6 @@ PaintOp PaintRecordEngine::op(PaintOp::Kind kind) const
     o.kind = kind;
     o.pen = pen_;
     o.brush = brush_;
-    o.brush_origin = brush_origin_;
     o.transform = transform_;
     return o;
 }
@@ -70,7 +67,6 @@ void PaintRecordEngine::drawPolygon(QPointF const *points, int count, PolygonDra
 {
     PaintOp o = op(mode == PolylineMode ? PaintOp::polyline : PaintOp::polygon);
     o.points.assign(points, points + count);
-    o.fill_rule = mode == WindingMode ? Qt::WindingFill : Qt::OddEvenFill;
     ops.push_back(o);
 }
 

@@ -26,11 +26,9 @@ struct PaintOp
     QPointF b;
     QRectF rectangle;
     std::vector<QPointF> points;
-    Qt::FillRule fill_rule = Qt::OddEvenFill;
     QString run;
     QPen pen;
     QBrush brush;
-    QPointF brush_origin;
     QTransform transform;
 };
 
@@ -63,7 +61,6 @@ private:
 
     QPen pen_;
     QBrush brush_;
-    QPointF brush_origin_;
     QTransform transform_;
 };
 

@@ -130,33 +130,6 @@ TEST_F(QtCanvasTest, FontSelectionAndMetricsOfAPinnedFont)
     EXPECT_GT(canvas.font_ex(), ex12);
 }
 
-TEST_F(QtCanvasTest, CharBearingReadsTheCharacterBySet)
-{
-    Qt_Canvas canvas(&painter, Extension(0, 0, 300, 400));
-    canvas.font(Font(u"DejaVu Serif", 480, false, true), Gauge::cs_unicode, 0);
-    long uleft = 0, uright = 0;
-    wchar const florin = 0x0192;
-    canvas.char_bearing(&florin, uleft, uright);
-    // The italic florin hangs out on both sides: its bearings are not 0, so a lost translation shows.
-    EXPECT_TRUE(uleft != 0 || uright != 0);
-
-    canvas.font(Font(u"DejaVu Serif", 480, false, true), Gauge::cs_ansi, 0);
-    long left = 99, right = 99;
-    wchar const ansi_florin = 0x0183;  // 0x83 in the low byte
-    canvas.char_bearing(&ansi_florin, left, right);
-    EXPECT_EQ(left, uleft);
-    EXPECT_EQ(right, uright);
-
-    // An undefined entry of the code page, and no character at all, have no bearings.
-    wchar const undefined = 0x8d;
-    for (wchar const *c : {&undefined, static_cast<wchar const *>(nullptr)}) {
-        left = right = 99;
-        canvas.char_bearing(c, left, right);
-        EXPECT_EQ(left, 0);
-        EXPECT_EQ(right, 0);
-    }
-}
-
 // At 96 dpi a pen of width 1 has D = 96 * 120 / 1440 = 8 (5 * 1 = 5 pixels would be 75 twips, below
 // 120), so the period is 16.
 TEST_F(QtCanvasTest, DashesAndDotsAreCutByTheCanvasAndRunOnAcrossLines)
@@ -231,39 +204,6 @@ TEST_F(QtCanvasTest, PatternedFramesAreFourLinesAndThePenComesBack)
     expect_segments(lines_of(device), {{0, 0, 8, 0}, {16, 0, 16, 8}, {8, 8, 0, 8}}, "frame");
     EXPECT_EQ(device.ops_of(PaintOp::rect).size(), 0u);
     EXPECT_EQ(painter.pen().widthF(), 3.0);  // the canvas's own pen comes back
-}
-
-TEST_F(QtCanvasTest, ShapesStartBlackAndUseTheFillRule)
-{
-    // A black brush is built anew: the painter never got the canvas's starting brush.
-    Qt_Canvas fresh(&painter, Extension(0, 0, 300, 400));
-    painter.setBrush(QBrush(QColor(1, 2, 3)));
-    device.clear();
-    fresh.fill_rect(Rect(0, 0, 5, 5));
-    Point const triangle[] = {Point(0, 0), Point(10, 0), Point(0, 10)};
-    fresh.fill_polygon(triangle, 3, true);
-    ASSERT_EQ(device.ops().size(), 2u);
-    EXPECT_EQ(device.ops()[0].brush.color(), QColor(0, 0, 0));
-    EXPECT_EQ(device.ops()[1].brush.color(), QColor(0, 0, 0));
-    EXPECT_EQ(device.ops()[1].fill_rule, Qt::WindingFill);
-    EXPECT_EQ(painter.brush().color(), QColor(1, 2, 3));
-
-    // Too few points draw nothing; a closed solid poly line repeats its first point.
-    device.clear();
-    fresh.fill_polygon(triangle, 1, false);
-    fresh.fill_polygon(nullptr, 3, false);
-    fresh.poly_line(triangle, 3, true);
-    ASSERT_EQ(device.ops().size(), 1u);
-    EXPECT_EQ(device.ops()[0].kind, PaintOp::polyline);
-    EXPECT_EQ(device.ops()[0].points.size(), 4u);
-
-    // The shadow is grey diagonal hatching anchored at the rectangle's corner.
-    device.clear();
-    fresh.shadow(Rect(10, 20, 30, 40));
-    ASSERT_EQ(device.ops().size(), 1u);
-    EXPECT_EQ(device.ops()[0].brush.style(), Qt::BDiagPattern);
-    EXPECT_EQ(device.ops()[0].brush.color(), QColor(128, 128, 128));
-    EXPECT_EQ(device.ops()[0].brush_origin, QPointF(20, 10));
 }
 
 // The extension's top left (20, 10) is the device's origin: the drawing offset is (-20, -10).
