@@ -15,7 +15,7 @@ namespace GlyphTest {
 using Journal = std::vector<std::string>;
 
 // A leaf that notes "undraw:<name>" (with "+p" when it still has a parent and the reference count
-// at that moment), "invalidate:<name>" and "die:<name>", and optionally every ref and unref.
+// at that moment) and "die:<name>", and optionally every ref and unref.
 class Probe : public Tavi::Glyph
 {
 public:
@@ -46,20 +46,9 @@ public:
     {
         note("undraw:" + name_ + (parent() ? "+p" : "") + "/" + std::to_string(ref_count()));
     }
-    bool is_allocated() override
-    {
-        note("is_allocated:" + name_);
-        return allocated;
-    }
-    void invalidate_allocation() override
-    {
-        note("invalidate:" + name_);
-        allocated = false;
-    }
 
     std::string const &name() const { return name_; }
 
-    bool allocated = true;
     bool trace_refs = false;
 
 private:

@@ -77,7 +77,7 @@ private:
     Tavi::Extension viewport_;
 };
 
-// A host scene implementation with any number of views, a modified mark and a modifier word.
+// A host scene implementation with any number of views and a modified mark.
 class FakeSceneImp : public Tavi::SceneImp
 {
 public:
@@ -85,10 +85,9 @@ public:
     Tavi::View *view_at(long index) override { return views.at(static_cast<std::size_t>(index)); }
     void modified(bool m) override { modified_ = m; }
     bool modified() const override { return modified_; }
-    int modifier_state() override { return modifiers; }
+    int modifier_state() override { return 0; }
 
     std::vector<Tavi::View *> views;
-    int modifiers = 0;
 
 private:
     bool modified_ = false;
@@ -143,7 +142,6 @@ public:
     }
     Tavi::BoxTree *request(Tavi::GlyphContext &context, Tavi::BoxTree const &limits) override
     {
-        ++requests;
         if (!cache_) {
             ++measures;
             auto *node = new Tavi::BoxTreeNode();
@@ -174,7 +172,6 @@ public:
     void set_scene(Tavi::GlyphScene *s) { scene_ = s; }
     Tavi::Glyph *child() const { return child_; }
 
-    int requests = 0;
     int measures = 0;
     int draws = 0;
     int invalidations = 0;
@@ -354,7 +351,6 @@ public:
     }
 
     using GlyphScene::selection;
-    using GlyphScene::root_allocation;
 
     Journal journal;
     std::vector<std::string> damages;

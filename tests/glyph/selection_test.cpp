@@ -3,10 +3,8 @@
 // the scene as the outermost selection with its accelerators.
 #include <gtest/gtest.h>
 
-#include <memory>
 
 #include "scene_fixtures.h"
-#include "support/recording_canvas.h"
 
 namespace {
 
@@ -149,28 +147,6 @@ TEST(Selection, DeselectDropsTheLevelsThatLoseTheirGlyph)
     c.second->deselect();
     EXPECT_EQ(c.scene.focus()->glyph(), c.inner);
 
-}
-
-TEST(Selection, AllocateFollowsTheChainToTheFocus)
-{
-    Chain c;
-    c.scene.select(c.second);
-    TaviTest::RecordingCanvas canvas;
-    GlyphContext context(&c.scene, nullptr, &canvas, c.root);
-    AllocationTree const a = c.scene.root_allocation(context);
-    // The outer strip: inner strip (20 wide) then a cell. Its top left at (0, 0), baseline at 5.
-    ASSERT_NE(a.boxtree(), nullptr);
-    EXPECT_EQ(a.point(), Point(0, 5));
-    std::unique_ptr<AllocationTree> own(c.root->allocate(0, context, a));
-    std::unique_ptr<AllocationTree> chosen(c.scene.selection()->allocate(context, *own));
-    ASSERT_NE(chosen, nullptr);
-    // The second cell of the inner strip: x 10 to 20.
-    EXPECT_EQ(chosen->point(), Point(10, 5));
-    EXPECT_EQ(chosen->width(), 10);
-
-    // select_at through the chain (PathSelection picks the deepest glyph): x 25 is the last cell.
-    EXPECT_TRUE(c.scene.select_at(nullptr, &canvas, Point(25, 3)));
-    EXPECT_EQ(c.scene.focus()->glyph(), c.last);
 }
 
 TEST(Selection, EditAcceleratorsRunTheirCommandsDownTheChain)
