@@ -87,6 +87,111 @@ AllocationTree LayoutStretchCol::child_allocation(AllocationTree const &allocati
     return AllocationTree(allocation.point() + c->offset(), c);
 }
 
+// An operator base stretches along the column, an operator script across it; anything else is free.
+// The script is centred on the base, moved by the slant of an operator base.
+BoxTree *LayoutStretchCol::request_script(GlyphContext &gc, BoxTree const &constraint, bool over)
+{
+    MathNodeContext &context = math_context(gc);
+    if (move_limits(context))
+        return limits_layout()->request(context, constraint);
+
+    Box along;
+    Box across;
+    request_stretch(context, constraint, along, across);
+    LayoutOp *op = child(0)->core_operator();
+    if (op == nullptr)
+        along = Box::unconstrained;
+    if (child(1)->core_operator() == nullptr)
+        across = Box::unconstrained;
+
+    BoxTreeLeaf baseConstraint(along);
+    BoxTree *base = child(0)->request(context, baseConstraint);
+    long underX = 0;
+    long overX = 0;
+    if (op != nullptr)
+        op->underover_slant(context, along, underX, overX);
+    long const gap = context.real_leading();
+    BoxTree *script = nullptr;
+    {
+        LayoutIndexed::ScriptStyle style(context, !accent_);
+        BoxTreeLeaf scriptConstraint(across);
+        script = child(1)->request(context, scriptConstraint);
+    }
+    if (over)
+        return stack('c', gap, base, nullptr, 0, script, overX);
+    return stack('c', gap, base, script, underX, nullptr, 0);
+}
+
+// Aligned left, every part starts at the alignment line (slants dropped); aligned right, every part
+// ends at it; centred, every part's centre is on it, a script's moved by its slant. The column then
+// starts at its leftmost part. An over script's bottom stands a leading above the base's top, an
+// under script's top a leading below the base's bottom.
+BoxTree *LayoutStretchCol::stack(char align, long gap, BoxTree *base, BoxTree *under, long underX, BoxTree *over,
+                                 long overX)
+{
+    auto const line_up = [align](BoxTree const *box, long &x) {
+        if (align == 'l')
+            x = 0;
+        else if (align == 'r')
+            x -= box->width();
+        else
+            x -= box->width() / 2;
+    };
+    long baseX = 0;
+    line_up(base, baseX);
+    long left = baseX;
+    if (under != nullptr) {
+        line_up(under, underX);
+        left = std::min(left, underX);
+    }
+    if (over != nullptr) {
+        line_up(over, overX);
+        left = std::min(left, overX);
+    }
+    baseX -= left;
+    underX -= left;
+    overX -= left;
+
+    long width = baseX + base->width();
+    long const parts = 1 + (under != nullptr ? 1 : 0) + (over != nullptr ? 1 : 0);
+    BoxTreeAtomicNode *node = new BoxTreeAtomicNode(parts);
+    long i = 0;
+    node->setChild(i++, Point(baseX, 0), base);
+    if (under != nullptr) {
+        width = std::max(width, underX + under->width());
+        node->setChild(i++, Point(underX, under->ascent() + gap + base->descent()), under);
+    }
+    if (over != nullptr) {
+        width = std::max(width, overX + over->width());
+        node->setChild(i++, Point(overX, -(over->descent() + gap + base->ascent())), over);
+    }
+    // Placing a child widens the node's extents; the column's own are set once all are placed.
+    if (over != nullptr)
+        node->ascent(over->ascent() + over->descent() + gap + base->ascent());
+    if (under != nullptr)
+        node->descent(under->descent() + under->ascent() + gap + base->descent());
+    node->width(width);
+    return node;
+}
+
+bool LayoutStretchCol::column_neighbour(MathNodeContext &context, long index, Input::Key key, long &result,
+                                        std::initializer_list<long> top_down)
+{
+    long const n = static_cast<long>(top_down.size());
+    if (count() < n)
+        return false;
+    long const step = key == Input::key_down ? 1 : key == Input::key_up ? -1 : 0;
+    if (step == 0)
+        return false;
+    long const *order = top_down.begin();
+    for (long k = 0; k < n; ++k) {
+        long const next = k + step;
+        if (next >= 0 && next < n && child(order[k])->has_child_node(context, index))
+            return child(order[next])->get_child_node(context, result);
+    }
+    return false;
+}
+
 bool LayoutStretchCol::pick(long index, MathSelection *selection, MathNodeContext &context,
                             AllocationTree const &allocation, Point point)
 {

@@ -4,6 +4,8 @@
 // layout over to a script layout of the same children.
 #pragma once
 
+#include <initializer_list>
+
 #include "tavi/math/layout/layoutstretch.h"
 
 namespace Tavi {
@@ -46,6 +48,16 @@ protected:
 
     // The placed box child `index`.
     static AllocationTree child_allocation(AllocationTree const &allocation, long index);
+
+    // The request of a column of two, base (child 0) and one script (child 1) over it or under it.
+    BoxTree *request_script(GlyphContext &context, BoxTree const &constraint, bool over);
+    // The column placed: the base, then the under script and the over script where not null, as its
+    // children in that order. underX and overX are the scripts' slants; align is 'l', 'r' or centred.
+    static BoxTree *stack(char align, long gap, BoxTree *base, BoxTree *under, long underX, BoxTree *over,
+                          long overX);
+    // Down and up between neighbours of a column whose children stand in the order `top_down`.
+    bool column_neighbour(MathNodeContext &context, long index, Input::Key key, long &result,
+                          std::initializer_list<long> top_down);
 
 private:
     LayoutStretchCol(LayoutStretchCol const &) = delete;

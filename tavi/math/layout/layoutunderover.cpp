@@ -1,8 +1,6 @@
 // LayoutUnderOver: placement of scripts under and over a base.
 #include "tavi/math/layout/layoutunderover.h"
 
-#include <algorithm>
-
 #include "tavi/geometry/boxtree.h"
 #include "tavi/math/layout/layoutindexed.h"
 #include "tavi/math/layout/layoutop.h"
@@ -53,54 +51,12 @@ BoxTree *LayoutUnderOver::request(GlyphContext &gc, BoxTree const &constraint)
         over = child(2)->request(context, overConstraint);
     }
 
-    long baseX = 0;
-    if (align_ == 'l') {
-        underX = 0;
-        overX = 0;
-    } else if (align_ == 'r') {
-        baseX = -base->width();
-        underX -= under->width();
-        overX -= over->width();
-    } else {
-        baseX = -(base->width() / 2);
-        underX -= under->width() / 2;
-        overX -= over->width() / 2;
-    }
-    long const shift = -std::min({baseX, underX, overX});
-    baseX += shift;
-    underX += shift;
-    overX += shift;
-
-    long const ascent = over->ascent() + over->descent() + gap + base->ascent();
-    long const descent = under->descent() + under->ascent() + gap + base->descent();
-    long const width =
-        std::max({baseX + base->width(), underX + under->width(), overX + over->width()});
-    BoxTreeAtomicNode *node = new BoxTreeAtomicNode(3);
-    node->setChild(0, Point(baseX, 0), base);
-    node->setChild(1, Point(underX, under->ascent() + gap + base->descent()), under);
-    node->setChild(2, Point(overX, -(over->descent() + gap + base->ascent())), over);
-    node->ascent(ascent);
-    node->descent(descent);
-    node->width(width);
-    return node;
+    return stack(align_, gap, base, under, underX, over, overX);
 }
 
 bool LayoutUnderOver::get_my_neighbour_child(MathNodeContext &context, long index, Input::Key key, long &result)
 {
-    if (count() < 3)
-        return false;
-    if (key == Input::key_down) {
-        if (child(2)->has_child_node(context, index))
-            return child(0)->get_child_node(context, result);
-        if (child(0)->has_child_node(context, index))
-            return child(1)->get_child_node(context, result);
-    } else if (key == Input::key_up) {
-        if (child(1)->has_child_node(context, index))
-            return child(0)->get_child_node(context, result);
-        if (child(0)->has_child_node(context, index))
-            return child(2)->get_child_node(context, result);
-    }
-    return false;
+    return column_neighbour(context, index, key, result, {2, 0, 1});
 }
 
 }  // namespace Tavi
