@@ -1,13 +1,12 @@
 // AllocGlyph<T>: a glyph of base T whose children each come with a Point, the position the node
 // gives the child. The list lives in the mixin AllocGlyphImpl as elements that hold their glyph
-// with one reference; the template joins it to T, sets the parent of each child it takes and calls
-// modified after every change of the list.
+// with one reference; ChildListGlyph joins it to T.
 #pragma once
 
-#include <utility>
 #include <vector>
 
 #include "tavi/geometry/point.h"
+#include "tavi/glyph/childlistglyph.h"
 #include "tavi/glyph/glyph.h"
 
 namespace Tavi {
@@ -73,60 +72,16 @@ private:
 };
 
 template <class T>
-class AllocGlyph : public T, public AllocGlyphImpl
+class AllocGlyph : public ChildListGlyph<T, AllocGlyphImpl>
 {
 public:
-    AllocGlyph() : T(), AllocGlyphImpl(0) {}
-    // Reserves room for capacity children; any further arguments go to the constructor of T.
-    template <class... Args>
-    explicit AllocGlyph(long capacity, Args &&...args) : T(std::forward<Args>(args)...), AllocGlyphImpl(capacity)
-    {
-    }
+    using ChildListGlyph<T, AllocGlyphImpl>::ChildListGlyph;
+    AllocGlyph() = default;
     // The copy shares the children of the original (see AllocGlyphImpl).
-    AllocGlyph(AllocGlyph const &other) : T(other), AllocGlyphImpl(other) {}
-    AllocGlyph &operator=(AllocGlyph const &) = delete;
+    AllocGlyph(AllocGlyph const &other) = default;
 
-    void undraw() override { mixin_undraw(); }
-
-    void append(Glyph *glyph) override
-    {
-        mixin_append(glyph);
-        glyph->parent(this);
-        modified();
-    }
-    void prepend(Glyph *glyph) override
-    {
-        mixin_prepend(glyph);
-        glyph->parent(this);
-        modified();
-    }
-    void insert(long index, Glyph *glyph) override
-    {
-        mixin_insert(index, glyph);
-        glyph->parent(this);
-        modified();
-    }
-    void replace(long index, Glyph *glyph) override
-    {
-        mixin_replace(index, glyph);
-        glyph->parent(this);
-        modified();
-    }
-    void remove(long index) override
-    {
-        mixin_remove(index);
-        modified();
-    }
-    long count() override { return mixin_count(); }
-    Glyph *component(long index) override { return mixin_component(index); }
-    void change(long) override { modified(); }
-
-    Point position(long index) const { return mixin_position(index); }
-    void position(long index, Point p) { mixin_position(index, p); }
-
-protected:
-    // Called after every change of the child list; nothing to do here.
-    virtual void modified() {}
+    Point position(long index) const { return this->mixin_position(index); }
+    void position(long index, Point p) { this->mixin_position(index, p); }
 };
 
 }  // namespace Tavi

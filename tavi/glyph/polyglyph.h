@@ -1,11 +1,10 @@
 // PolyGlyph<T>: a glyph of base T with an ordered list of children, each held with one reference.
-// The list itself lives in the mixin PolyGlyphImpl; the template joins it to T, sets the parent
-// of each child it takes and calls modified after every change of the list.
+// The list itself lives in the mixin PolyGlyphImpl; ChildListGlyph joins it to T.
 #pragma once
 
-#include <utility>
 #include <vector>
 
+#include "tavi/glyph/childlistglyph.h"
 #include "tavi/glyph/glyph.h"
 
 namespace Tavi {
@@ -39,57 +38,13 @@ private:
 };
 
 template <class T>
-class PolyGlyph : public T, public PolyGlyphImpl
+class PolyGlyph : public ChildListGlyph<T, PolyGlyphImpl>
 {
 public:
-    PolyGlyph() : T(), PolyGlyphImpl(0) {}
-    // Reserves room for capacity children; any further arguments go to the constructor of T.
-    template <class... Args>
-    explicit PolyGlyph(long capacity, Args &&...args) : T(std::forward<Args>(args)...), PolyGlyphImpl(capacity)
-    {
-    }
+    using ChildListGlyph<T, PolyGlyphImpl>::ChildListGlyph;
+    PolyGlyph() = default;
     // The copy shares the children of the original (see PolyGlyphImpl).
-    PolyGlyph(PolyGlyph const &other) : T(other), PolyGlyphImpl(other) {}
-    PolyGlyph &operator=(PolyGlyph const &) = delete;
-
-    void undraw() override { mixin_undraw(); }
-
-    void append(Glyph *glyph) override
-    {
-        mixin_append(glyph);
-        glyph->parent(this);
-        modified();
-    }
-    void prepend(Glyph *glyph) override
-    {
-        mixin_prepend(glyph);
-        glyph->parent(this);
-        modified();
-    }
-    void insert(long index, Glyph *glyph) override
-    {
-        mixin_insert(index, glyph);
-        glyph->parent(this);
-        modified();
-    }
-    void replace(long index, Glyph *glyph) override
-    {
-        mixin_replace(index, glyph);
-        glyph->parent(this);
-        modified();
-    }
-    void remove(long index) override
-    {
-        mixin_remove(index);
-        modified();
-    }
-    long count() override { return mixin_count(); }
-    Glyph *component(long index) override { return mixin_component(index); }
-    void change(long) override { modified(); }
-
-protected:
-    // Called after every change of the child list; nothing to do here.
-    virtual void modified() {}
+    PolyGlyph(PolyGlyph const &other) = default;
 };
 
 }  // namespace Tavi
