@@ -79,39 +79,34 @@ bool same_name(wchar const *wide, char const *narrow)
     return *wide == 0;
 }
 
-// A rectangle of the canvas as Qt's integral rectangle: the right and bottom edges of a Rect lie just
-// outside it, so the last pixel column is left + width - 1.
-QRect qrect(Rect const &r, Point const &offset)
+// The points with the offset added, and the first again at the end of a closed path; QPolygon or
+// QPolygonF by the form of the points.
+template <class QPoly, class Pt>
+QPoly qpolygon(Pt const *points, std::size_t count, Pt const &offset, bool closed)
 {
-    return QRect(QPoint(r.left() + offset.x, r.top() + offset.y),
-                 QPoint(r.left() + r.width() - 1 + offset.x, r.top() + r.height() - 1 + offset.y));
-}
-
-QRectF qrectf(RectF const &r, PointF const &offset)
-{
-    return QRectF(r.left() + offset.x, r.top() + offset.y, r.width(), r.height());
-}
-
-QPolygon qpolygon(Point const *points, std::size_t count, Point const &offset, bool closed)
-{
-    QPolygon polygon;
+    using QPt = typename QPoly::value_type;
+    QPoly polygon;
     polygon.reserve(static_cast<int>(count + (closed ? 1 : 0)));
     for (std::size_t i = 0; i < count; ++i)
-        polygon.append(QPoint(points[i].x + offset.x, points[i].y + offset.y));
+        polygon.append(QPt(points[i].x + offset.x, points[i].y + offset.y));
     if (closed)
-        polygon.append(QPoint(points[0].x + offset.x, points[0].y + offset.y));
+        polygon.append(QPt(points[0].x + offset.x, points[0].y + offset.y));
     return polygon;
 }
 
-QPolygonF qpolygonf(PointF const *points, std::size_t count, PointF const &offset, bool closed)
+// A position computed along a line, in the form of the line: whole pixels, truncated, or exact.
+Point position_like(Point const &, double x, double y) { return Point(static_cast<long>(x), static_cast<long>(y)); }
+
+PointF position_like(PointF const &, double x, double y) { return PointF(x, y); }
+
+// Grey hatching anchored at the rectangle's corner, so that it does not crawl when the area moves.
+template <class QR>
+void hatch(QPainter *painter, QR const &q)
 {
-    QPolygonF polygon;
-    polygon.reserve(static_cast<int>(count + (closed ? 1 : 0)));
-    for (std::size_t i = 0; i < count; ++i)
-        polygon.append(QPointF(points[i].x + offset.x, points[i].y + offset.y));
-    if (closed)
-        polygon.append(QPointF(points[0].x + offset.x, points[0].y + offset.y));
-    return polygon;
+    QPointF const saved = painter->brushOrigin();
+    painter->setBrushOrigin(q.topLeft());
+    painter->fillRect(q, QBrush(QColor(128, 128, 128, 255), Qt::BDiagPattern));
+    painter->setBrushOrigin(saved);
 }
 
 bool is_black(Brush const &b) { return b.color() == Color::black; }
@@ -606,19 +601,41 @@ long Qt_Canvas::dot_len() const { return round_to_long(static_cast<double>(pen_.
 // ---------------------------------------------------------------------------------------------------
 // Lines
 
-void Qt_Canvas::segment(Point const &from, Point const &to)
+// The integral forms hand Qt its int types, which it rasterises otherwise than the floating ones; the
+// same overload of each painter call is reached by converting with the offset of the same form.
+QPoint Qt_Canvas::device(Point const &p) const
 {
-    QLine const l(static_cast<int>(from.x + draw_offset_.x), static_cast<int>(from.y + draw_offset_.y),
-                  static_cast<int>(to.x + draw_offset_.x), static_cast<int>(to.y + draw_offset_.y));
-    painter_->drawLines(&l, 1);
+    return QPoint(static_cast<int>(p.x + draw_offset_.x), static_cast<int>(p.y + draw_offset_.y));
 }
 
-void Qt_Canvas::segment_f(PointF const &from, PointF const &to)
+QPointF Qt_Canvas::device(PointF const &p) const { return QPointF(p.x + draw_offset_f_.x, p.y + draw_offset_f_.y); }
+
+// The right and bottom edges of a Rect lie just outside it, so Qt's last pixel column is
+// left + width - 1.
+QRect Qt_Canvas::device(Rect const &r) const
 {
-    QLineF const l(from.x + draw_offset_f_.x, from.y + draw_offset_f_.y, to.x + draw_offset_f_.x,
-                   to.y + draw_offset_f_.y);
-    painter_->drawLines(&l, 1);
+    return QRect(QPoint(r.left() + draw_offset_.x, r.top() + draw_offset_.y),
+                 QPoint(r.left() + r.width() - 1 + draw_offset_.x, r.top() + r.height() - 1 + draw_offset_.y));
 }
+
+QRectF Qt_Canvas::device(RectF const &r) const
+{
+    return QRectF(r.left() + draw_offset_f_.x, r.top() + draw_offset_f_.y, r.width(), r.height());
+}
+
+QPolygon Qt_Canvas::device(Point const *points, std::size_t count, bool closed) const
+{
+    return qpolygon<QPolygon>(points, count, draw_offset_, closed);
+}
+
+QPolygonF Qt_Canvas::device(PointF const *points, std::size_t count, bool closed) const
+{
+    return qpolygon<QPolygonF>(points, count, draw_offset_f_, closed);
+}
+
+// A new canvas never hands its starting brush (solid black) to the painter, so a black brush is always
+// built anew; any other brush is the painter's own.
+QBrush Qt_Canvas::current_qbrush() const { return is_black(brush_) ? qbrush(brush_) : painter_->brush(); }
 
 // Dashes are cut here, so that they run on from one line to the next as one path.
 //
@@ -626,13 +643,14 @@ void Qt_Canvas::segment_f(PointF const &from, PointF const &to)
 // for dots. The phase φ says where the pattern stands at the start of the line: at or below 0 a lit
 // part began -φ before it; above 0 the next lit part begins φ after it. Lit parts are drawn one period
 // apart along the line, each from its start (or from the line's start while one is still lit) to L
-// beyond it, with positions truncated to pixels; the last one is cut at the line's end. The phase left
-// for the next line is minus the length that remained, brought up by one period when the lit part has
-// already ended.
-void Qt_Canvas::line(Point p, Point q)
+// beyond it; the last one is cut at the line's end. The integral form truncates every position to
+// pixels. The phase left for the next line is minus the length that remained, brought up by one period
+// when the lit part has already ended.
+template <class Pt>
+void Qt_Canvas::cut_dashes(Pt const &p, Pt const &q)
 {
     if (pen_.style() == Pen::solid) {
-        segment(p, q);
+        painter_->drawLine(device(p), device(q));
         return;
     }
     double const D = dash_len();
@@ -647,7 +665,7 @@ void Qt_Canvas::line(Point p, Point q)
     if (len <= 1.0) {
         phi -= len;
         if (phi <= 0.0)
-            segment(p, q);
+            painter_->drawLine(device(p), device(q));
         if (-L > phi)
             phi += P;
         dash_phase(phi);
@@ -656,7 +674,7 @@ void Qt_Canvas::line(Point p, Point q)
 
     double x = phi * dx / len + static_cast<double>(p.x);
     double y = phi * dy / len + static_cast<double>(p.y);
-    Point start = phi <= 0.0 ? p : Point(static_cast<long>(x), static_cast<long>(y));
+    Pt start = phi <= 0.0 ? p : position_like(p, x, y);
     double const ex = dx * L / len;
     double const ey = dy * L / len;
     double const px = dx * P / len;
@@ -665,16 +683,16 @@ void Qt_Canvas::line(Point p, Point q)
     double r = len - phi;
 
     while (r >= gap) {
-        segment(start, Point(static_cast<long>(x + ex), static_cast<long>(y + ey)));
+        painter_->drawLine(device(start), device(position_like(p, x + ex, y + ey)));
         r -= P;
         x += px;
         y += py;
-        start = Point(static_cast<long>(x), static_cast<long>(y));
+        start = position_like(p, x, y);
     }
     if (r > L)
-        segment(start, Point(static_cast<long>(x + ex), static_cast<long>(y + ey)));
+        painter_->drawLine(device(start), device(position_like(p, x + ex, y + ey)));
     else if (r > 0.0)
-        segment(start, q);
+        painter_->drawLine(device(start), device(q));
 
     phi = -r;
     if (-L > phi)
@@ -682,58 +700,9 @@ void Qt_Canvas::line(Point p, Point q)
     dash_phase(phi);
 }
 
-// The same cutting in doubles, with no truncation.
-void Qt_Canvas::line_f(PointF p, PointF q)
-{
-    if (pen_.style() == Pen::solid) {
-        segment_f(p, q);
-        return;
-    }
-    double const D = dash_len();
-    double const P = 2.0 * D;
-    double const L = pen_.style() == Pen::dashed ? D : static_cast<double>(dot_len());
-    double const dx = q.x - p.x;
-    double const dy = q.y - p.y;
-    double const len = std::sqrt(dx * dx + dy * dy);
-    double phi = dash_phase();
+void Qt_Canvas::line(Point p, Point q) { cut_dashes(p, q); }
 
-    if (len <= 1.0) {
-        phi -= len;
-        if (phi <= 0.0)
-            segment_f(p, q);
-        if (-L > phi)
-            phi += P;
-        dash_phase(phi);
-        return;
-    }
-
-    double x = phi * dx / len + p.x;
-    double y = phi * dy / len + p.y;
-    PointF start = phi <= 0.0 ? p : PointF(x, y);
-    double const ex = dx * L / len;
-    double const ey = dy * L / len;
-    double const px = dx * P / len;
-    double const py = dy * P / len;
-    double const gap = P - L;
-    double r = len - phi;
-
-    while (r >= gap) {
-        segment_f(start, PointF(x + ex, y + ey));
-        r -= P;
-        x += px;
-        y += py;
-        start = PointF(x, y);
-    }
-    if (r > L)
-        segment_f(start, PointF(x + ex, y + ey));
-    else if (r > 0.0)
-        segment_f(start, q);
-
-    phi = -r;
-    if (-L > phi)
-        phi += P;
-    dash_phase(phi);
-}
+void Qt_Canvas::line_f(PointF p, PointF q) { cut_dashes(p, q); }
 
 void Qt_Canvas::line(Point from, Point to, Pen const &pen, bool restart)
 {
@@ -753,21 +722,27 @@ void Qt_Canvas::line_f(PointF from, PointF to, Pen const &pen, bool restart)
 
 // A patterned path is a chain of lines that dash as one; a solid one is one polyline, drawn without
 // the brush so that it is never filled.
+template <class Pt>
+void Qt_Canvas::draw_path(Pt const *points, std::size_t count, bool closed)
+{
+    if (pen_.style() != Pen::solid) {
+        for (std::size_t i = 0; i + 1 < count; ++i)
+            stroke(points[i], points[i + 1]);
+        if (closed)
+            stroke(points[count - 1], points[0]);
+        return;
+    }
+    auto const polygon = device(points, count, closed);
+    NoBrushInForce const no_brush(painter_);
+    painter_->drawPolyline(polygon);
+}
+
 void Qt_Canvas::poly_line(Point const *points, std::size_t count, bool closed)
 {
     if (points == nullptr || count < 2)
         return;
     reset_dash_phase();
-    if (pen_.style() != Pen::solid) {
-        for (std::size_t i = 0; i + 1 < count; ++i)
-            line(points[i], points[i + 1]);
-        if (closed)
-            line(points[count - 1], points[0]);
-        return;
-    }
-    QPolygon const polygon = qpolygon(points, count, draw_offset_, closed);
-    NoBrushInForce const no_brush(painter_);
-    painter_->drawPolyline(polygon);
+    draw_path(points, count, closed);
 }
 
 void Qt_Canvas::poly_line_f(PointF const *points, std::size_t count, bool closed)
@@ -775,16 +750,7 @@ void Qt_Canvas::poly_line_f(PointF const *points, std::size_t count, bool closed
     if (points == nullptr || count < 2)
         return;
     reset_dash_phase();
-    if (pen_.style() != Pen::solid) {
-        for (std::size_t i = 0; i + 1 < count; ++i)
-            line_f(points[i], points[i + 1]);
-        if (closed)
-            line_f(points[count - 1], points[0]);
-        return;
-    }
-    QPolygonF const polygon = qpolygonf(points, count, draw_offset_f_, closed);
-    NoBrushInForce const no_brush(painter_);
-    painter_->drawPolyline(polygon);
+    draw_path(points, count, closed);
 }
 
 void Qt_Canvas::poly_line(Point const *points, std::size_t count, Pen const &pen, bool closed)
@@ -802,36 +768,26 @@ void Qt_Canvas::poly_line_f(PointF const *points, std::size_t count, Pen const &
 // ---------------------------------------------------------------------------------------------------
 // Rectangles, ellipses, polygons
 
-// A patterned frame is four lines round the rectangle, clockwise from the top left, dashing as one path.
-void Qt_Canvas::frame_rect(Rect const &r)
+// A patterned frame is the closed path round the rectangle, clockwise from the top left, dashing as
+// one; a solid frame is Qt's rectangle outline.
+template <class R>
+void Qt_Canvas::draw_frame(R const &r)
 {
     reset_dash_phase();
     if (pen_.style() != Pen::solid) {
-        line(Point(r.left(), r.top()), Point(r.right(), r.top()));
-        line(Point(r.right(), r.top()), Point(r.right(), r.bottom()));
-        line(Point(r.right(), r.bottom()), Point(r.left(), r.bottom()));
-        line(Point(r.left(), r.bottom()), Point(r.left(), r.top()));
+        using Pt = decltype(r.top_left());
+        Pt const corners[] = {Pt(r.left(), r.top()), Pt(r.right(), r.top()), Pt(r.right(), r.bottom()),
+                              Pt(r.left(), r.bottom())};
+        draw_path(corners, 4, true);
         return;
     }
-    QRect const q = qrect(r, draw_offset_);
     NoBrushInForce const no_brush(painter_);
-    painter_->drawRects(&q, 1);
+    painter_->drawRect(device(r));
 }
 
-void Qt_Canvas::frame_rect_f(RectF const &r)
-{
-    reset_dash_phase();
-    if (pen_.style() != Pen::solid) {
-        line_f(PointF(r.left(), r.top()), PointF(r.right(), r.top()));
-        line_f(PointF(r.right(), r.top()), PointF(r.right(), r.bottom()));
-        line_f(PointF(r.right(), r.bottom()), PointF(r.left(), r.bottom()));
-        line_f(PointF(r.left(), r.bottom()), PointF(r.left(), r.top()));
-        return;
-    }
-    QRectF const q = qrectf(r, draw_offset_f_);
-    NoBrushInForce const no_brush(painter_);
-    painter_->drawRects(&q, 1);
-}
+void Qt_Canvas::frame_rect(Rect const &r) { draw_frame(r); }
+
+void Qt_Canvas::frame_rect_f(RectF const &r) { draw_frame(r); }
 
 void Qt_Canvas::frame_rect(Rect const &r, Pen const &pen)
 {
@@ -845,50 +801,33 @@ void Qt_Canvas::frame_rect_f(RectF const &r, Pen const &pen)
     frame_rect_f(r);
 }
 
-// A new canvas never hands its starting brush (solid black) to the painter, so a black brush is always
-// built anew; any other brush is the painter's own.
-void Qt_Canvas::fill_rect(Rect const &r)
-{
-    if (is_black(brush_)) {
-        fill_rect(r, brush_);
-        return;
-    }
-    painter_->fillRect(qrect(r, draw_offset_), painter_->brush());
-}
+void Qt_Canvas::fill_rect(Rect const &r) { painter_->fillRect(device(r), current_qbrush()); }
 
-void Qt_Canvas::fill_rect(Rect const &r, Brush const &brush)
-{
-    painter_->fillRect(qrect(r, draw_offset_), qbrush(brush));
-}
+void Qt_Canvas::fill_rect(Rect const &r, Brush const &brush) { painter_->fillRect(device(r), qbrush(brush)); }
 
-void Qt_Canvas::fill_rect_f(RectF const &r)
-{
-    if (is_black(brush_)) {
-        fill_rect_f(r, brush_);
-        return;
-    }
-    painter_->fillRect(qrectf(r, draw_offset_f_), painter_->brush());
-}
+void Qt_Canvas::fill_rect_f(RectF const &r) { painter_->fillRect(device(r), current_qbrush()); }
 
-void Qt_Canvas::fill_rect_f(RectF const &r, Brush const &brush)
-{
-    painter_->fillRect(qrectf(r, draw_offset_f_), qbrush(brush));
-}
+void Qt_Canvas::fill_rect_f(RectF const &r, Brush const &brush) { painter_->fillRect(device(r), qbrush(brush)); }
 
 // An ellipse is never dashed, whatever the pen's style.
-void Qt_Canvas::frame_ellipse(Rect const &r)
+template <class R>
+void Qt_Canvas::draw_ellipse_frame(R const &r)
 {
     reset_dash_phase();
     NoBrushInForce const no_brush(painter_);
-    painter_->drawEllipse(qrect(r, draw_offset_));
+    painter_->drawEllipse(device(r));
 }
 
-void Qt_Canvas::frame_ellipse_f(RectF const &r)
+template <class R>
+void Qt_Canvas::paint_ellipse(R const &r, QBrush const &brush)
 {
-    reset_dash_phase();
-    NoBrushInForce const no_brush(painter_);
-    painter_->drawEllipse(qrectf(r, draw_offset_f_));
+    FillInForce const fill(painter_, brush);
+    painter_->drawEllipse(device(r));
 }
+
+void Qt_Canvas::frame_ellipse(Rect const &r) { draw_ellipse_frame(r); }
+
+void Qt_Canvas::frame_ellipse_f(RectF const &r) { draw_ellipse_frame(r); }
 
 void Qt_Canvas::frame_ellipse(Rect const &r, Pen const &pen)
 {
@@ -902,98 +841,46 @@ void Qt_Canvas::frame_ellipse_f(RectF const &r, Pen const &pen)
     frame_ellipse_f(r);
 }
 
-void Qt_Canvas::fill_ellipse(Rect const &r)
+void Qt_Canvas::fill_ellipse(Rect const &r) { paint_ellipse(r, current_qbrush()); }
+
+void Qt_Canvas::fill_ellipse(Rect const &r, Brush const &brush) { paint_ellipse(r, qbrush(brush)); }
+
+void Qt_Canvas::fill_ellipse_f(RectF const &r) { paint_ellipse(r, current_qbrush()); }
+
+void Qt_Canvas::fill_ellipse_f(RectF const &r, Brush const &brush) { paint_ellipse(r, qbrush(brush)); }
+
+template <class Pt>
+void Qt_Canvas::paint_polygon(Pt const *points, std::size_t count, QBrush const &brush, bool winding)
 {
-    if (is_black(brush_)) {
-        fill_ellipse(r, brush_);
+    if (points == nullptr || count < 2)
         return;
-    }
-    FillInForce const fill(painter_);
-    painter_->drawEllipse(qrect(r, draw_offset_));
-}
-
-void Qt_Canvas::fill_ellipse(Rect const &r, Brush const &brush)
-{
-    FillInForce const fill(painter_, qbrush(brush));
-    painter_->drawEllipse(qrect(r, draw_offset_));
-}
-
-void Qt_Canvas::fill_ellipse_f(RectF const &r)
-{
-    if (is_black(brush_)) {
-        fill_ellipse_f(r, brush_);
-        return;
-    }
-    FillInForce const fill(painter_);
-    painter_->drawEllipse(qrectf(r, draw_offset_f_));
-}
-
-void Qt_Canvas::fill_ellipse_f(RectF const &r, Brush const &brush)
-{
-    FillInForce const fill(painter_, qbrush(brush));
-    painter_->drawEllipse(qrectf(r, draw_offset_f_));
+    FillInForce const fill(painter_, brush);
+    painter_->drawPolygon(device(points, count, false), winding ? Qt::WindingFill : Qt::OddEvenFill);
 }
 
 void Qt_Canvas::fill_polygon(Point const *points, std::size_t count, bool winding)
 {
-    if (is_black(brush_)) {
-        fill_polygon(points, count, brush_, winding);
-        return;
-    }
-    if (points == nullptr || count < 2)
-        return;
-    FillInForce const fill(painter_);
-    painter_->drawPolygon(qpolygon(points, count, draw_offset_, false), winding ? Qt::WindingFill : Qt::OddEvenFill);
+    paint_polygon(points, count, current_qbrush(), winding);
 }
 
 void Qt_Canvas::fill_polygon(Point const *points, std::size_t count, Brush const &brush, bool winding)
 {
-    if (points == nullptr || count < 2)
-        return;
-    FillInForce const fill(painter_, qbrush(brush));
-    painter_->drawPolygon(qpolygon(points, count, draw_offset_, false), winding ? Qt::WindingFill : Qt::OddEvenFill);
+    paint_polygon(points, count, qbrush(brush), winding);
 }
 
 void Qt_Canvas::fill_polygon_f(PointF const *points, std::size_t count, bool winding)
 {
-    if (is_black(brush_)) {
-        fill_polygon_f(points, count, brush_, winding);
-        return;
-    }
-    if (points == nullptr || count < 2)
-        return;
-    FillInForce const fill(painter_);
-    painter_->drawPolygon(qpolygonf(points, count, draw_offset_f_, false),
-                          winding ? Qt::WindingFill : Qt::OddEvenFill);
+    paint_polygon(points, count, current_qbrush(), winding);
 }
 
 void Qt_Canvas::fill_polygon_f(PointF const *points, std::size_t count, Brush const &brush, bool winding)
 {
-    if (points == nullptr || count < 2)
-        return;
-    FillInForce const fill(painter_, qbrush(brush));
-    painter_->drawPolygon(qpolygonf(points, count, draw_offset_f_, false),
-                          winding ? Qt::WindingFill : Qt::OddEvenFill);
+    paint_polygon(points, count, qbrush(brush), winding);
 }
 
-// Grey hatching anchored at the rectangle's corner, so that it does not crawl when the area moves.
-void Qt_Canvas::shadow(Rect const &r)
-{
-    QRect const q = qrect(r, draw_offset_);
-    QPointF const saved = painter_->brushOrigin();
-    painter_->setBrushOrigin(q.topLeft());
-    painter_->fillRect(q, QBrush(QColor(128, 128, 128, 255), Qt::BDiagPattern));
-    painter_->setBrushOrigin(saved);
-}
+void Qt_Canvas::shadow(Rect const &r) { hatch(painter_, device(r)); }
 
-void Qt_Canvas::shadow_f(RectF const &r)
-{
-    QRectF const q = qrectf(r, draw_offset_f_);
-    QPointF const saved = painter_->brushOrigin();
-    painter_->setBrushOrigin(q.topLeft());
-    painter_->fillRect(q, QBrush(QColor(128, 128, 128, 255), Qt::BDiagPattern));
-    painter_->setBrushOrigin(saved);
-}
+void Qt_Canvas::shadow_f(RectF const &r) { hatch(painter_, device(r)); }
 
 // The damage is in device pixels already: no offset is added.
 void Qt_Canvas::erase()
@@ -1013,40 +900,41 @@ void Qt_Canvas::erase(Color color)
 // Text
 
 // A turned run is drawn at the origin of a rotated painter; the angle counts counter-clockwise, and y
-// grows downward, hence the minus. An upright run of 30000 pixels or more is cut into width / 30000 + 1
-// parts of equal length in characters, each drawn where the ones before it end.
-void Qt_Canvas::text(wchar const *chars, long count, Point p)
+// grows downward, hence the minus. An upright run of the integral form of 30000 pixels or more is cut
+// into width / 30000 + 1 parts of equal length in characters, each drawn where the ones before it end;
+// the floating form draws it whole.
+void Qt_Canvas::paint_text(wchar const *chars, long count, QPointF const &at, bool in_parts)
 {
     if (chars == nullptr || count < 1)
         return;
     QString const s = qstring(chars, count);
-    int const x = static_cast<int>(p.x + draw_offset_.x);
-    int const y = static_cast<int>(p.y + draw_offset_.y);
     QPen const saved = painter_->pen();
     painter_->setPen(text_pen_);
     if (angle_ != 0) {
         QTransform const matrix = painter_->worldTransform();
-        painter_->translate(x, y);
+        painter_->translate(at);
         painter_->rotate(static_cast<qreal>(-angle_));
-        painter_->drawText(0, 0, s);
+        painter_->drawText(QPointF(0.0, 0.0), s);
         painter_->setWorldTransform(matrix);
+    } else if (!in_parts) {
+        painter_->drawText(at, s);
     } else {
         QFontMetrics const metrics = painter_->fontMetrics();
         int const width = metrics.horizontalAdvance(s);
         if (width < longest_text_run) {
-            painter_->drawText(x, y, s);
+            painter_->drawText(at, s);
         } else {
             qsizetype const parts = width / longest_text_run + 1;
             qsizetype const part_length = std::max<qsizetype>(1, s.size() / parts);
-            int at = x;
+            QPointF part_at = at;
             for (qsizetype pos = 0; pos < s.size();) {
                 qsizetype n = std::min(part_length, s.size() - pos);
                 // Never part a surrogate pair.
                 if (pos + n < s.size() && s.at(pos + n - 1).isHighSurrogate())
                     ++n;
                 QString const part = s.mid(pos, n);
-                painter_->drawText(at, y, part);
-                at += metrics.horizontalAdvance(part);
+                painter_->drawText(part_at, part);
+                part_at.rx() += metrics.horizontalAdvance(part);
                 pos += n;
             }
         }
@@ -1054,26 +942,9 @@ void Qt_Canvas::text(wchar const *chars, long count, Point p)
     painter_->setPen(saved);
 }
 
-void Qt_Canvas::text_f(wchar const *chars, long count, PointF p)
-{
-    if (chars == nullptr || count < 1)
-        return;
-    QString const s = qstring(chars, count);
-    qreal const x = p.x + draw_offset_f_.x;
-    qreal const y = p.y + draw_offset_f_.y;
-    QPen const saved = painter_->pen();
-    painter_->setPen(text_pen_);
-    if (angle_ != 0) {
-        QTransform const matrix = painter_->worldTransform();
-        painter_->translate(x, y);
-        painter_->rotate(static_cast<qreal>(-angle_));
-        painter_->drawText(QPointF(0.0, 0.0), s);
-        painter_->setWorldTransform(matrix);
-    } else {
-        painter_->drawText(QPointF(x, y), s);
-    }
-    painter_->setPen(saved);
-}
+void Qt_Canvas::text(wchar const *chars, long count, Point p) { paint_text(chars, count, device(p), true); }
+
+void Qt_Canvas::text_f(wchar const *chars, long count, PointF p) { paint_text(chars, count, device(p), false); }
 
 // ---------------------------------------------------------------------------------------------------
 // Damage and clip

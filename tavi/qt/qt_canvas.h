@@ -16,8 +16,15 @@
 #include <QPen>
 #include <QString>
 
+class QBrush;
 class QPainter;
 class QPaintEvent;
+class QPoint;
+class QPointF;
+class QPolygon;
+class QPolygonF;
+class QRect;
+class QRectF;
 
 namespace Tavi {
 
@@ -175,9 +182,35 @@ private:
     void select_font(Font const &font, CharSet char_set, long angle, bool force);
     void fill_metric_cache() const;
     void query_ex() const;
-    // One stroke with the painter's pen, the drawing offset added.
-    void segment(Point const &from, Point const &to);
-    void segment_f(PointF const &from, PointF const &to);
+    // Canvas coordinates as device ones, with the drawing offset of the same form; the integral forms
+    // give Qt's int types, the floating ones its F types.
+    QPoint device(Point const &p) const;
+    QPointF device(PointF const &p) const;
+    QRect device(Rect const &r) const;
+    QRectF device(RectF const &r) const;
+    QPolygon device(Point const *points, std::size_t count, bool closed) const;
+    QPolygonF device(PointF const *points, std::size_t count, bool closed) const;
+    // The brush of a fill that names none.
+    QBrush current_qbrush() const;
+    // The line with the current pen in the form of its points, for the rules shared by both forms.
+    void stroke(Point const &from, Point const &to) { line(from, to); }
+    void stroke(PointF const &from, PointF const &to) { line_f(from, to); }
+
+    // Each drawing rule once, over the form of its coordinates (Point or PointF, Rect or RectF).
+    template <class Pt>
+    void cut_dashes(Pt const &p, Pt const &q);
+    template <class Pt>
+    void draw_path(Pt const *points, std::size_t count, bool closed);
+    template <class R>
+    void draw_frame(R const &r);
+    template <class R>
+    void draw_ellipse_frame(R const &r);
+    template <class R>
+    void paint_ellipse(R const &r, QBrush const &brush);
+    template <class Pt>
+    void paint_polygon(Pt const *points, std::size_t count, QBrush const &brush, bool winding);
+    // in_parts cuts an upright run too long for some painters into parts.
+    void paint_text(wchar const *chars, long count, QPointF const &at, bool in_parts);
     // The pen the painter gets for a Pen: always solid, since dashes are cut here.
     static QPen qpen(Pen const &pen);
 
