@@ -33,26 +33,15 @@ bool degenerate_ellipse(Rect const &r)
 
 }  // namespace
 
+// PostScript's standard fonts are Latin-1, so a new page starts in that set.
 EPS_Canvas::EPS_Canvas(std::ostream &stream, Extension const &extension)
-    : stream_(stream),
-      extension_(extension),
-      clipping_(false),
-      clip_(),
-      color_(Color::black),
-      pen_(0, Color::black, Pen::solid),
-      brush_(Brush::solid, Color::black),
-      background_(Color::white),
-      text_color_(Color::black),
-      angle_(0),
-      char_set_(cs_ansi)
+    : StreamCanvas(stream, extension, cs_ansi), color_(Color::black)
 {
 }
 
 EPS_Canvas::~EPS_Canvas() = default;
 
-// --- Gauge: metrics come from the subclass's gauge ---
-
-Font EPS_Canvas::font() const { return gauge()->font(); }
+// --- Font and translation ---
 
 void EPS_Canvas::font(Font const &font, CharSet char_set, long angle)
 {
@@ -67,40 +56,6 @@ void EPS_Canvas::font(Font const &font, CharSet char_set, long angle)
     gauge()->font(matched, cs_unicode, 0);
     stream_ << '/' << ps_font_name(family, matched) << ' ' << matched.size() << " F\n";
 }
-
-Gauge::CharSet EPS_Canvas::char_set() { return char_set_; }
-
-long EPS_Canvas::text_angle() const { return angle_; }
-
-Extent EPS_Canvas::text_extent(wchar const *text, long count) { return gauge()->text_extent(text, count); }
-
-Box EPS_Canvas::text_box(wchar const *text, long count) { return gauge()->text_box(text, count); }
-
-void EPS_Canvas::text_metrics(wchar const *text, long count, Box &box, long &left, long &right)
-{
-    gauge()->text_metrics(text, count, box, left, right);
-}
-
-long EPS_Canvas::font_ascent() const { return gauge()->font_ascent(); }
-
-long EPS_Canvas::font_descent() const { return gauge()->font_descent(); }
-
-long EPS_Canvas::font_leading() const { return gauge()->font_leading(); }
-
-long EPS_Canvas::font_em() const { return gauge()->font_em(); }
-
-long EPS_Canvas::font_ex() const { return gauge()->font_ex(); }
-
-long EPS_Canvas::font_X_height() const { return gauge()->font_X_height(); }
-
-void EPS_Canvas::char_bearing(wchar const *text, long &left, long &right) const
-{
-    gauge()->char_bearing(text, left, right);
-}
-
-Extent EPS_Canvas::dpi() { return Extent(1440, 1440); }
-
-bool EPS_Canvas::printing() const { return true; }
 
 // The page's coordinate system moves with the translation, so shapes are written untranslated.
 void EPS_Canvas::translation(Point p)
@@ -120,11 +75,7 @@ void EPS_Canvas::add_translation(Point p)
     IntegralCanvas::add_translation(p);
 }
 
-Extent EPS_Canvas::twips_to_pixel(Extent const &twips) { return twips; }
-
 // --- Attributes ---
-
-Pen EPS_Canvas::pen() const { return pen_; }
 
 // The dash is computed from the width stored before this call: the store comes last. A line writes
 // its dash again from the right width in any case.
@@ -144,18 +95,6 @@ void EPS_Canvas::pen(Pen const &pen, bool restart)
     }
     pen_ = pen;
 }
-
-Brush EPS_Canvas::brush() const { return brush_; }
-
-void EPS_Canvas::brush(Brush const &brush) { brush_ = brush; }
-
-void EPS_Canvas::text_color(Color color) { text_color_ = color; }
-
-void EPS_Canvas::background(Color color) { background_ = color; }
-
-double EPS_Canvas::dash_len() const { return Canvas::dash_length(pen_.width(), Extent(1440, 1440)); }
-
-double EPS_Canvas::dot_len() const { return static_cast<double>(pen_.width()); }
 
 void EPS_Canvas::set_color(Color const &color)
 {
@@ -214,16 +153,6 @@ void EPS_Canvas::grestore()
 
 // --- Shapes ---
 
-void EPS_Canvas::line(Point from, Point to, Pen const &pen, bool restart)
-{
-    if (restart)
-        reset_dash_phase();
-    Pen const saved = pen_;
-    this->pen(pen, false);
-    line(from, to);
-    this->pen(saved, false);
-}
-
 // A dashed line carries its own dash, with the phase left by the line before; the phase then goes
 // back by the line's length, modulo the period, and is kept within one period below 0.
 void EPS_Canvas::line(Point from, Point to)
@@ -246,14 +175,6 @@ void EPS_Canvas::line(Point from, Point to)
     }
 }
 
-void EPS_Canvas::poly_line(Point const *points, std::size_t count, Pen const &pen, bool closed)
-{
-    Pen const saved = pen_;
-    this->pen(pen, false);
-    poly_line(points, count, closed);
-    this->pen(saved, false);
-}
-
 void EPS_Canvas::poly_line(Point const *points, std::size_t count, bool closed)
 {
     if (points == nullptr || count < 2)
@@ -266,27 +187,11 @@ void EPS_Canvas::poly_line(Point const *points, std::size_t count, bool closed)
     stream_ << (closed ? "s\n" : "S\n");
 }
 
-void EPS_Canvas::frame_rect(Rect const &r, Pen const &pen)
-{
-    Pen const saved = pen_;
-    this->pen(pen, false);
-    frame_rect(r);
-    this->pen(saved, false);
-}
-
 void EPS_Canvas::frame_rect(Rect const &r)
 {
     reset_dash_phase();
     set_pen_color();
     stream_ << r.left() << ' ' << r.top() << ' ' << r.width() << ' ' << r.height() << " rs\n";
-}
-
-void EPS_Canvas::fill_rect(Rect const &r, Brush const &brush)
-{
-    Brush const saved = brush_;
-    this->brush(brush);
-    fill_rect(r);
-    this->brush(saved);
 }
 
 // A hatch sets the pattern colour space, which a gsave around the fill keeps from leaking.
@@ -302,14 +207,6 @@ void EPS_Canvas::fill_rect(Rect const &r)
     stream_ << r.left() << ' ' << r.top() << ' ' << r.width() << ' ' << r.height() << " rf\n";
     if (patterned)
         grestore();
-}
-
-void EPS_Canvas::frame_ellipse(Rect const &r, Pen const &pen)
-{
-    Pen const saved = pen_;
-    this->pen(pen, false);
-    frame_ellipse(r);
-    this->pen(saved, false);
 }
 
 // In single precision: rx is half the width, and the centre lies rx from the left; a square gives a
@@ -337,14 +234,6 @@ void EPS_Canvas::frame_ellipse(Rect const &r)
         stream_ << cx << ' ' << cy << ' ' << rx << ' ' << ry << " es\n";
     }
     pen(saved, true);
-}
-
-void EPS_Canvas::fill_ellipse(Rect const &r, Brush const &brush)
-{
-    Brush const saved = brush_;
-    this->brush(brush);
-    fill_ellipse(r);
-    this->brush(saved);
 }
 
 // A hatched ellipse goes through `ep`, which saves the state itself.
@@ -379,14 +268,6 @@ void EPS_Canvas::fill_ellipse(Rect const &r)
     }
 }
 
-void EPS_Canvas::fill_polygon(Point const *points, std::size_t count, Brush const &brush, bool winding)
-{
-    Brush const saved = brush_;
-    this->brush(brush);
-    fill_polygon(points, count, winding);
-    this->brush(saved);
-}
-
 void EPS_Canvas::fill_polygon(Point const *points, std::size_t count, bool winding)
 {
     if (points == nullptr || count < 3)
@@ -405,12 +286,6 @@ void EPS_Canvas::fill_polygon(Point const *points, std::size_t count, bool windi
     if (patterned)
         grestore();
 }
-
-void EPS_Canvas::shadow(Rect const &) {}
-
-void EPS_Canvas::erase(Color color) { fill_rect(extension_.rect(), Brush(Brush::solid, color)); }
-
-void EPS_Canvas::erase() { erase(background_); }
 
 // --- Text ---
 
@@ -447,24 +322,7 @@ void EPS_Canvas::text(wchar const *text, long count, Point p)
         stream_ << ")\n" << p.x << ' ' << p.y << ' ' << -angle_ << " Tr\n";
 }
 
-// --- Damage, clip and hints: a file has no damage, and rendering hints do not apply ---
-
-bool EPS_Canvas::damaged(Rect const &) const { return true; }
-
-bool EPS_Canvas::damaged(Extension const &) const { return true; }
-
-bool EPS_Canvas::any_real_damage() const { return true; }
-
-bool EPS_Canvas::really_damaged(Rect const &) const { return true; }
-
-bool EPS_Canvas::really_damaged(Extension const &) const { return true; }
-
-bool EPS_Canvas::clip_rect(Rect *r)
-{
-    if (r != nullptr && clipping_)
-        *r = clip_;
-    return clipping_;
-}
+// --- Clip ---
 
 // A clip lives in a saved state of its own, so that removing it is a grestore; a new clip replaces
 // the old one rather than cutting it further.
@@ -484,16 +342,6 @@ void EPS_Canvas::no_clip_rect()
     grestore();
     clipping_ = false;
 }
-
-bool EPS_Canvas::short_coordinates() const { return false; }
-
-bool EPS_Canvas::antialias() const { return false; }
-
-void EPS_Canvas::antialias(bool) {}
-
-bool EPS_Canvas::antialias_text() const { return false; }
-
-void EPS_Canvas::antialias_text(bool) {}
 
 // --- Document ---
 

@@ -97,25 +97,13 @@ std::string creation_date()
 }  // namespace
 
 SVG_Canvas::SVG_Canvas(std::ostream &stream, Extension const &extension)
-    : stream_(stream),
-      extension_(extension),
-      clipping_(false),
-      clip_(),
-      clip_id_(1),
-      pen_(0, Color::black, Pen::solid),
-      brush_(Brush::solid, Color::black),
-      background_(Color::white),
-      text_color_(Color::black),
-      angle_(0),
-      char_set_(cs_unicode)
+    : StreamCanvas(stream, extension, cs_unicode), clip_id_(1)
 {
 }
 
 SVG_Canvas::~SVG_Canvas() = default;
 
-// --- Gauge: metrics come from the subclass's gauge ---
-
-Font SVG_Canvas::font() const { return gauge()->font(); }
+// --- Font and translation ---
 
 void SVG_Canvas::font(Font const &font, CharSet char_set, long angle)
 {
@@ -123,40 +111,6 @@ void SVG_Canvas::font(Font const &font, CharSet char_set, long angle)
     char_set_ = char_set;
     gauge()->font(font, char_set == cs_symbol ? cs_unicode : char_set, 0);
 }
-
-Gauge::CharSet SVG_Canvas::char_set() { return char_set_; }
-
-long SVG_Canvas::text_angle() const { return angle_; }
-
-Extent SVG_Canvas::text_extent(wchar const *text, long count) { return gauge()->text_extent(text, count); }
-
-Box SVG_Canvas::text_box(wchar const *text, long count) { return gauge()->text_box(text, count); }
-
-void SVG_Canvas::text_metrics(wchar const *text, long count, Box &box, long &left, long &right)
-{
-    gauge()->text_metrics(text, count, box, left, right);
-}
-
-long SVG_Canvas::font_ascent() const { return gauge()->font_ascent(); }
-
-long SVG_Canvas::font_descent() const { return gauge()->font_descent(); }
-
-long SVG_Canvas::font_leading() const { return gauge()->font_leading(); }
-
-long SVG_Canvas::font_em() const { return gauge()->font_em(); }
-
-long SVG_Canvas::font_ex() const { return gauge()->font_ex(); }
-
-long SVG_Canvas::font_X_height() const { return gauge()->font_X_height(); }
-
-void SVG_Canvas::char_bearing(wchar const *text, long &left, long &right) const
-{
-    gauge()->char_bearing(text, left, right);
-}
-
-Extent SVG_Canvas::dpi() { return Extent(1440, 1440); }
-
-bool SVG_Canvas::printing() const { return true; }
 
 void SVG_Canvas::translation(Point p)
 {
@@ -174,11 +128,7 @@ void SVG_Canvas::add_translation(Point p)
     translation(translation() + p);
 }
 
-Extent SVG_Canvas::twips_to_pixel(Extent const &twips) { return twips; }
-
 // --- Attributes: stored, and written with each element ---
-
-Pen SVG_Canvas::pen() const { return pen_; }
 
 void SVG_Canvas::pen(Pen const &pen, bool restart)
 {
@@ -186,18 +136,6 @@ void SVG_Canvas::pen(Pen const &pen, bool restart)
     if (restart)
         reset_dash_phase();
 }
-
-Brush SVG_Canvas::brush() const { return brush_; }
-
-void SVG_Canvas::brush(Brush const &brush) { brush_ = brush; }
-
-void SVG_Canvas::text_color(Color color) { text_color_ = color; }
-
-void SVG_Canvas::background(Color color) { background_ = color; }
-
-double SVG_Canvas::dash_len() const { return Canvas::dash_length(pen_.width(), Extent(1440, 1440)); }
-
-double SVG_Canvas::dot_len() const { return static_cast<double>(pen_.width()); }
 
 // A width of 0 is the thinnest line, 1. Dashes are given as an array of one period and an offset
 // that carries the phase left by the line before.
@@ -232,16 +170,6 @@ void SVG_Canvas::put_brush_attr()
 
 // --- Shapes ---
 
-void SVG_Canvas::line(Point from, Point to, Pen const &pen, bool restart)
-{
-    if (restart)
-        reset_dash_phase();
-    Pen const saved = pen_;
-    this->pen(pen, false);
-    line(from, to);
-    this->pen(saved, false);
-}
-
 // A dashed line starts where the line before left off: the phase goes back by the line's length,
 // modulo the period, and is kept within one period below 0.
 void SVG_Canvas::line(Point from, Point to)
@@ -261,14 +189,6 @@ void SVG_Canvas::line(Point from, Point to)
     stream_ << "x1=\"" << from.x << "\" y1=\"" << from.y << "\" x2=\"" << to.x << "\" y2=\"" << to.y << "\"/>\n";
 }
 
-void SVG_Canvas::poly_line(Point const *points, std::size_t count, Pen const &pen, bool closed)
-{
-    Pen const saved = pen_;
-    this->pen(pen, false);
-    poly_line(points, count, closed);
-    this->pen(saved, false);
-}
-
 void SVG_Canvas::poly_line(Point const *points, std::size_t count, bool closed)
 {
     if (points == nullptr || count < 2)
@@ -282,14 +202,6 @@ void SVG_Canvas::poly_line(Point const *points, std::size_t count, bool closed)
     stream_ << "\"/>\n";
 }
 
-void SVG_Canvas::frame_rect(Rect const &r, Pen const &pen)
-{
-    Pen const saved = pen_;
-    this->pen(pen, false);
-    frame_rect(r);
-    this->pen(saved, false);
-}
-
 void SVG_Canvas::frame_rect(Rect const &r)
 {
     reset_dash_phase();
@@ -297,14 +209,6 @@ void SVG_Canvas::frame_rect(Rect const &r)
     put_pen_attr(0.0);
     stream_ << "x=\"" << r.left() << "\" y=\"" << r.top() << "\" width=\"" << r.width() << "\" height=\""
             << r.height() << "\"/>\n";
-}
-
-void SVG_Canvas::fill_rect(Rect const &r, Brush const &brush)
-{
-    Brush const saved = brush_;
-    this->brush(brush);
-    fill_rect(r);
-    this->brush(saved);
 }
 
 void SVG_Canvas::fill_rect(Rect const &r)
@@ -337,14 +241,6 @@ char const *ellipse_element(Rect const &r) { return r.width() == r.height() ? "<
 
 }  // namespace
 
-void SVG_Canvas::frame_ellipse(Rect const &r, Pen const &pen)
-{
-    Pen const saved = pen_;
-    this->pen(pen, false);
-    frame_ellipse(r);
-    this->pen(saved, false);
-}
-
 // An ellipse is never dashed: it is written with a solid copy of the pen.
 void SVG_Canvas::frame_ellipse(Rect const &r)
 {
@@ -359,27 +255,11 @@ void SVG_Canvas::frame_ellipse(Rect const &r)
     pen(saved, true);
 }
 
-void SVG_Canvas::fill_ellipse(Rect const &r, Brush const &brush)
-{
-    Brush const saved = brush_;
-    this->brush(brush);
-    fill_ellipse(r);
-    this->brush(saved);
-}
-
 void SVG_Canvas::fill_ellipse(Rect const &r)
 {
     stream_ << ellipse_element(r);
     put_brush_attr();
     put_ellipse_geometry(stream_, r);
-}
-
-void SVG_Canvas::fill_polygon(Point const *points, std::size_t count, Brush const &brush, bool winding)
-{
-    Brush const saved = brush_;
-    this->brush(brush);
-    fill_polygon(points, count, winding);
-    this->brush(saved);
 }
 
 void SVG_Canvas::fill_polygon(Point const *points, std::size_t count, bool winding)
@@ -393,12 +273,6 @@ void SVG_Canvas::fill_polygon(Point const *points, std::size_t count, bool windi
         stream_ << points[i].x << ',' << points[i].y << ' ';
     stream_ << "\"/>\n";
 }
-
-void SVG_Canvas::shadow(Rect const &) {}
-
-void SVG_Canvas::erase(Color color) { fill_rect(extension_.rect(), Brush(Brush::solid, color)); }
-
-void SVG_Canvas::erase() { erase(background_); }
 
 // --- Text ---
 
@@ -451,24 +325,7 @@ void SVG_Canvas::text(wchar const *text, long count, Point p)
         stream_ << "</g>\n";
 }
 
-// --- Damage, clip and hints: a file has no damage, and rendering hints do not apply ---
-
-bool SVG_Canvas::damaged(Rect const &) const { return true; }
-
-bool SVG_Canvas::damaged(Extension const &) const { return true; }
-
-bool SVG_Canvas::any_real_damage() const { return true; }
-
-bool SVG_Canvas::really_damaged(Rect const &) const { return true; }
-
-bool SVG_Canvas::really_damaged(Extension const &) const { return true; }
-
-bool SVG_Canvas::clip_rect(Rect *r)
-{
-    if (r != nullptr && clipping_)
-        *r = clip_;
-    return clipping_;
-}
+// --- Clip ---
 
 // The clip path stands outside the group that it serves, in the scale group's coordinates, so its
 // rectangle is written untranslated. Each clip gets a new id.
@@ -495,16 +352,6 @@ void SVG_Canvas::no_clip_rect()
     if (translating())
         begin_aux_group();
 }
-
-bool SVG_Canvas::short_coordinates() const { return false; }
-
-bool SVG_Canvas::antialias() const { return false; }
-
-void SVG_Canvas::antialias(bool) {}
-
-bool SVG_Canvas::antialias_text() const { return false; }
-
-void SVG_Canvas::antialias_text(bool) {}
 
 // --- Document ---
 
