@@ -347,20 +347,7 @@ std::string full_drawing()
 
 TEST(EpsCanvas, AFullDrawingRendersWithGhostscript)
 {
-    std::string const gs = TaviTest::find_tool("gs");
-    ASSERT_FALSE(gs.empty()) << "Ghostscript (gs) is needed to check the EPS output";
-    std::string const eps_path = TaviTest::artefact_path("canvas", "eps_full_drawing.eps");
-    std::string const png_path = TaviTest::artefact_path("canvas", "eps_full_drawing.png");
-    ASSERT_TRUE(TaviTest::write_text_file(eps_path, full_drawing()));
-    std::remove(png_path.c_str());
-
-    TaviTest::ToolRun const run =
-        TaviTest::run_tool(gs, {"-q", "-dSAFER", "-dEPSCrop", "-sDEVICE=png16m", "-r72", "-o", png_path, eps_path});
-    ASSERT_TRUE(run.started) << run.errors;
-    ASSERT_EQ(run.exit_code, 0) << run.output << run.errors;
-    EXPECT_EQ(run.output.find("Error"), std::string::npos) << run.output;
-    EXPECT_EQ(run.errors.find("Error"), std::string::npos) << run.errors;
-    QImage const image = TaviTest::read_png(png_path);
+    QImage const image = TaviTest::render_eps(full_drawing(), "canvas", "eps_full_drawing");
     CanvasTest::expect_shapes_ink(image);
     // Each hatch (pixels 40 to 55 down, 10 wide from 5 + 12.5 * (style - 1)) has ink, but is not
     // filled solid.

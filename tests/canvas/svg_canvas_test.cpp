@@ -254,18 +254,7 @@ std::string full_drawing()
 
 TEST(SvgCanvas, AFullDrawingRendersWithRsvg)
 {
-    std::string const rsvg = TaviTest::find_tool("rsvg-convert");
-    ASSERT_FALSE(rsvg.empty()) << "rsvg-convert (librsvg2-bin) is needed to check the SVG output";
-    std::string const svg_path = TaviTest::artefact_path("canvas", "svg_full_drawing.svg");
-    std::string const png_path = TaviTest::artefact_path("canvas", "svg_full_drawing.png");
-    ASSERT_TRUE(TaviTest::write_text_file(svg_path, full_drawing()));
-    std::remove(png_path.c_str());
-
-    TaviTest::ToolRun const run =
-        TaviTest::run_tool(rsvg, {"--dpi-x", "72", "--dpi-y", "72", "-o", png_path, svg_path});
-    ASSERT_TRUE(run.started) << run.errors;
-    ASSERT_EQ(run.exit_code, 0) << run.errors;
-    CanvasTest::expect_shapes_ink(TaviTest::read_png(png_path));
+    CanvasTest::expect_shapes_ink(TaviTest::render_svg(full_drawing(), "canvas", "svg_full_drawing"));
 }
 
 }  // namespace

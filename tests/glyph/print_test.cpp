@@ -105,16 +105,7 @@ TEST(Print, OnPrintToSvgRendersTheFormulaWithRsvg)
     // Printing measures afresh.
     EXPECT_EQ(host.root->invalidations, 1);
 
-    std::string const tool = TaviTest::find_tool("rsvg-convert");
-    ASSERT_FALSE(tool.empty()) << "rsvg-convert is needed to render the SVG (package librsvg2-bin)";
-    std::string const svg_path = TaviTest::artefact_path("glyph", "print.svg");
-    std::string const png_path = TaviTest::artefact_path("glyph", "print_svg.png");
-    ASSERT_TRUE(TaviTest::write_text_file(svg_path, svg));
-    TaviTest::ToolRun const run = TaviTest::run_tool(
-        tool, {"--dpi-x", "72", "--dpi-y", "72", "--background-color", "white", "-o", png_path, svg_path});
-    ASSERT_TRUE(run.started);
-    ASSERT_EQ(run.exit_code, 0) << run.errors;
-    expect_ink_in_box_only(TaviTest::read_png(png_path), extension, "svg");
+    expect_ink_in_box_only(TaviTest::render_svg(svg, "glyph", "print"), extension, "svg");
 }
 
 TEST(Print, OnPrintToEpsRendersTheFormulaWithGhostscript)
@@ -125,18 +116,7 @@ TEST(Print, OnPrintToEpsRendersTheFormulaWithGhostscript)
     expect_plausible_extension(extension);
     EXPECT_EQ(eps.rfind("%!PS-Adobe-2.0 EPSF-2.0\n%%BoundingBox: 0 0 288 144\n", 0), 0u);
 
-    std::string const tool = TaviTest::find_tool("gs");
-    ASSERT_FALSE(tool.empty()) << "Ghostscript (gs) is needed to render the EPS (package ghostscript)";
-    std::string const eps_path = TaviTest::artefact_path("glyph", "print.eps");
-    std::string const png_path = TaviTest::artefact_path("glyph", "print_eps.png");
-    ASSERT_TRUE(TaviTest::write_text_file(eps_path, eps));
-    TaviTest::ToolRun const run = TaviTest::run_tool(
-        tool, {"-q", "-dSAFER", "-dBATCH", "-dNOPAUSE", "-dEPSCrop", "-r72", "-sDEVICE=png16m",
-               "-sOutputFile=" + png_path, eps_path});
-    ASSERT_TRUE(run.started);
-    ASSERT_EQ(run.exit_code, 0) << run.output << run.errors;
-    EXPECT_EQ(run.output.find("Error"), std::string::npos) << run.output;
-    expect_ink_in_box_only(TaviTest::read_png(png_path), extension, "eps");
+    expect_ink_in_box_only(TaviTest::render_eps(eps, "glyph", "print"), extension, "eps");
 }
 
 }  // namespace

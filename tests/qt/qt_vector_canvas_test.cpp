@@ -119,17 +119,8 @@ TEST(QtSvgCanvas, SampleDrawingRendersWithRsvg)
     }
     std::string const svg = out.str();
 
-    std::string const tool = TaviTest::find_tool("rsvg-convert");
-    ASSERT_FALSE(tool.empty()) << "rsvg-convert is needed to render the SVG (package librsvg2-bin)";
-    std::string const svg_path = TaviTest::artefact_path("qt", "sample.svg");
-    std::string const png_path = TaviTest::artefact_path("qt", "sample_svg.png");
-    ASSERT_TRUE(TaviTest::write_text_file(svg_path, svg));
     // 72 dpi: one pixel a point, so the 400 by 300 point page is 400 by 300 pixels.
-    TaviTest::ToolRun const run = TaviTest::run_tool(
-        tool, {"--dpi-x", "72", "--dpi-y", "72", "--background-color", "white", "-o", png_path, svg_path});
-    ASSERT_TRUE(run.started);
-    ASSERT_EQ(run.exit_code, 0) << run.errors;
-    QImage const image = TaviTest::read_png(png_path);
+    QImage const image = TaviTest::render_svg(svg, "qt", "sample");
     ASSERT_EQ(image.width(), 400);
     ASSERT_EQ(image.height(), 300);
     TaviTest::expect_sample_ink(image, TaviTest::Surface::svg, "svg");
@@ -147,19 +138,7 @@ TEST(QtEpsCanvas, SampleDrawingRendersInGhostscript)
     std::string const eps = out.str();
     EXPECT_EQ(eps.rfind("%!PS-Adobe-2.0 EPSF-2.0\n%%BoundingBox: 0 0 400 300\n", 0), 0u);
 
-    std::string const tool = TaviTest::find_tool("gs");
-    ASSERT_FALSE(tool.empty()) << "Ghostscript (gs) is needed to render the EPS (package ghostscript)";
-    std::string const eps_path = TaviTest::artefact_path("qt", "sample.eps");
-    std::string const png_path = TaviTest::artefact_path("qt", "sample_eps.png");
-    ASSERT_TRUE(TaviTest::write_text_file(eps_path, eps));
-    TaviTest::ToolRun const run = TaviTest::run_tool(
-        tool, {"-q", "-dSAFER", "-dBATCH", "-dNOPAUSE", "-dEPSCrop", "-r72", "-sDEVICE=png16m",
-               "-sOutputFile=" + png_path, eps_path});
-    ASSERT_TRUE(run.started);
-    ASSERT_EQ(run.exit_code, 0) << run.output << run.errors;
-    EXPECT_EQ(run.output.find("Error"), std::string::npos) << run.output;
-    EXPECT_EQ(run.errors.find("Error"), std::string::npos) << run.errors;
-    QImage const image = TaviTest::read_png(png_path);
+    QImage const image = TaviTest::render_eps(eps, "qt", "sample");
     ASSERT_EQ(image.width(), 400);
     ASSERT_EQ(image.height(), 300);
     TaviTest::expect_sample_ink(image, TaviTest::Surface::eps, "eps");

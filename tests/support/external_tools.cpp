@@ -2,10 +2,13 @@
 #include "support/external_tools.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QStringList>
+
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <fstream>
@@ -56,6 +59,56 @@ bool write_text_file(std::string const &path, std::string const &text)
     out << text;
     out.close();
     return static_cast<bool>(out);
+}
+
+namespace {
+
+QImage render(char const *tool, char const *package, std::string const &text, std::string const &folder,
+              std::string const &name, std::string const &suffix,
+              std::vector<std::string> (*arguments)(std::string const &in, std::string const &png, std::string const &dpi),
+              int dpi)
+{
+    std::string const program = find_tool(tool);
+    std::string const in = artefact_path(folder, name + "." + suffix);
+    std::string const png = artefact_path(folder, name + "_" + suffix + ".png");
+    QFile::remove(QString::fromStdString(png));
+    if (program.empty()) {
+        ADD_FAILURE() << tool << " is needed to render the " << suffix << " (package " << package << ")";
+        return QImage();
+    }
+    if (!write_text_file(in, text)) {
+        ADD_FAILURE() << "cannot write " << in;
+        return QImage();
+    }
+    ToolRun const run = run_tool(program, arguments(in, png, std::to_string(dpi)));
+    if (!run.started || run.exit_code != 0 || run.output.find("Error") != std::string::npos ||
+        run.errors.find("Error") != std::string::npos) {
+        ADD_FAILURE() << tool << " failed on " << in << ": " << run.output << run.errors;
+        return QImage();
+    }
+    return read_png(png);
+}
+
+}  // namespace
+
+QImage render_svg(std::string const &svg, std::string const &folder, std::string const &name, int dpi)
+{
+    return render("rsvg-convert", "librsvg2-bin", svg, folder, name, "svg",
+                  [](std::string const &in, std::string const &png, std::string const &d) {
+                      return std::vector<std::string>{"--dpi-x", d, "--dpi-y", d, "--background-color", "white",
+                                                      "-o", png, in};
+                  },
+                  dpi);
+}
+
+QImage render_eps(std::string const &eps, std::string const &folder, std::string const &name, int dpi)
+{
+    return render("gs", "ghostscript", eps, folder, name, "eps",
+                  [](std::string const &in, std::string const &png, std::string const &d) {
+                      return std::vector<std::string>{"-q", "-dSAFER", "-dBATCH", "-dNOPAUSE", "-dEPSCrop",
+                                                      "-r" + d, "-sDEVICE=png16m", "-sOutputFile=" + png, in};
+                  },
+                  dpi);
 }
 
 QImage read_png(std::string const &path)

@@ -30,6 +30,13 @@ std::string artefact_path(std::string const &folder, std::string const &name);
 // Writes the bytes to the file; false if it cannot.
 bool write_text_file(std::string const &path, std::string const &text);
 
+// The SVG or EPS text written to TAVI_TEST_OUTPUT_DIR/<folder>/<name>.svg (.eps) and rendered on white
+// at the dpi by rsvg-convert or Ghostscript (cropped to the bounding box) into <name>_svg.png
+// (_eps.png). A missing tool, a failed run or an error the tool reports fails the test and gives a
+// null image.
+QImage render_svg(std::string const &svg, std::string const &folder, std::string const &name, int dpi = 72);
+QImage render_eps(std::string const &eps, std::string const &folder, std::string const &name, int dpi = 72);
+
 // The image in a 32-bit ARGB format; a null image if the file cannot be read.
 QImage read_png(std::string const &path);
 
