@@ -4,7 +4,7 @@
 // Recording canvas at the default text font (Times New Roman, 240 twips): font ascent 8, descent 2,
 // every character 10 wide, so the indent ("m") is 10. At script level 1 the font is 240 * 71 / 100 = 170
 // twips: ascent 8 * 170 / 240 = 5, descent 2 * 170 / 240 = 1.
-#include "support/recording_canvas.h"
+#include "support/math_fixture.h"
 #include "tavi/geometry/boxtree.h"
 #include "tavi/math/mathnodecontext.h"
 
@@ -14,7 +14,6 @@
 #include <string>
 
 using namespace Tavi;
-using TaviTest::RecordingCanvas;
 
 namespace {
 
@@ -29,11 +28,7 @@ public:
     bool atom() const { return isAtomForWrapping(); }
 };
 
-struct Fixture
-{
-    RecordingCanvas canvas;
-    MathNodeContext context{GlyphContext(nullptr, nullptr, &canvas, nullptr), nullptr};
-};
+using Fixture = TaviTest::MathFixture;
 
 }  // namespace
 

@@ -39,7 +39,7 @@ MathIdentNode *ident(MathTemplate *t, char16_t const *text)
 
 TEST(MathNode, EqualityAndSearch)
 {
-    Held<> probe, other_probe(u"other");
+    HeldProbe probe, other_probe(u"other");
     auto build = [&](MathTemplate *t, char16_t const *a, char16_t const *b) {
         auto *n = new MathExprNode(t);
         n->append(ident(probe.get(), a));
@@ -66,7 +66,7 @@ TEST(MathNode, EqualityAndSearch)
 // Damage-free nodes paint nothing and don't descend.
 TEST(MathNode, NothingIsPaintedOutsideTheDamage)
 {
-    Held<> probe;
+    HeldProbe probe;
     Own<MathExprNode> node(new MathExprNode(probe.get()));
     node->selected(true);
     Fixture f;
@@ -120,7 +120,7 @@ TEST(MathNode, HighlightBySurfaceFlagsAndFocus)
         {true, true, false, false, true, {}},
     };
     for (Case const &c : cases) {
-        Held<> probe;
+        HeldProbe probe;
         Own<MathExprNode> node(new MathExprNode(probe.get()));
         node->selected(c.selected);
         node->ip_operand(c.ip_operand);
@@ -148,7 +148,7 @@ TEST(MathNode, HighlightBySurfaceFlagsAndFocus)
 // y 42..52; child 1 covers x 13..43, y 49..59.
 TEST(MathNode, PickGoesToTheChildUnderThePoint)
 {
-    Held<> probe;
+    HeldProbe probe;
     Own<MathExprNode> node(new MathExprNode(probe.get()));
     node->append(new MathDummyNode(probe.get()));
     node->append(new MathDummyNode(probe.get()));
@@ -183,7 +183,7 @@ TEST(MathNode, PickGoesToTheChildUnderThePoint)
 
 TEST(MathAtomNode, TextAndCaret)
 {
-    Held<> probe;
+    HeldProbe probe;
     Own<MathIdentNode> x(new MathIdentNode(probe.get()));
     // A caret of -1 stands after the last character; one beyond the end is taken as the end.
     struct Case

@@ -13,7 +13,7 @@
 //   delete_child_op       delete_child for any child
 #pragma once
 
-#include "support/recording_canvas.h"
+#include "support/math_fixture.h"
 #include "tavi/geometry/allocationtree.h"
 #include "tavi/geometry/boxtree.h"
 #include "tavi/geometry/extension.h"
@@ -102,35 +102,14 @@ private:
     void note(char const *what, MathNodeContext &context) { calls.push_back({what, context.math_node()}); }
 };
 
-// A template held as a table would hold it: one reference for the test's life.
-template <class T = NodeProbe>
-struct Held
+// A probe template held as a table would hold it, and a node as a parent would: one reference each
+// for the test's life.
+struct HeldProbe : TaviTest::Held<NodeProbe>
 {
-    template <class... Args>
-    explicit Held(Args &&...args) : t(new T(std::forward<Args>(args)...))
-    {
-        t->ref();
-    }
-    ~Held() { t->unref(); }
-    Held(Held const &) = delete;
-    Held &operator=(Held const &) = delete;
-    T *operator->() const { return t; }
-    T *get() const { return t; }
-    T *t;
+    explicit HeldProbe(wchar const *name = u"probe", std::size_t arity = 2) : Held(new NodeProbe(name, arity)) {}
 };
-
-// A node held by the test with one reference, as a parent would hold it.
 template <class N>
-struct Own
-{
-    explicit Own(N *n) : n(n) { n->ref(); }
-    ~Own() { n->unref(); }
-    Own(Own const &) = delete;
-    Own &operator=(Own const &) = delete;
-    N *operator->() const { return n; }
-    N *get() const { return n; }
-    N *n;
-};
+using Own = TaviTest::Held<N>;
 
 // A recording canvas whose damage is one rectangle (in surface coordinates), or everything.
 class DamageCanvas : public TaviTest::RecordingCanvas

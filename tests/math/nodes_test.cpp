@@ -29,17 +29,17 @@ namespace {
 // The built-in kinds a formula needs, each its own template object.
 struct Kinds
 {
-    Held<> ci{u"ci", 0};
-    Held<> cn{u"cn", 0};
-    Held<> str{u"string", 0};
-    Held<> dummy{u"dummy", 0};
-    Held<> plus{u"plus", 1};
-    Held<> sub{u"subscript", 2};
-    Held<> sup{u"superscript", 2};
-    Held<> subsup{u"subsupscript", 3};
-    Held<> join{u"joinsymb", 2};
-    Held<> bar{u"overbar_accent", 1};
-    Held<> times{u"times", 2};
+    HeldProbe ci{u"ci", 0};
+    HeldProbe cn{u"cn", 0};
+    HeldProbe str{u"string", 0};
+    HeldProbe dummy{u"dummy", 0};
+    HeldProbe plus{u"plus", 1};
+    HeldProbe sub{u"subscript", 2};
+    HeldProbe sup{u"superscript", 2};
+    HeldProbe subsup{u"subsupscript", 3};
+    HeldProbe join{u"joinsymb", 2};
+    HeldProbe bar{u"overbar_accent", 1};
+    HeldProbe times{u"times", 2};
 
     MathIdentNode *ident(char16_t const *text) const
     {
@@ -192,7 +192,7 @@ TEST(MathPlusNode, SignsAttribute)
 // given point plus that position, whatever point the template gives.
 TEST(MathExprNode, ChildPositionsArePlacedOnceAndRelative)
 {
-    Held<> probe;
+    HeldProbe probe;
     Own<MathExprNode> node(new MathExprNode(probe.get()));
     node->append(new MathDummyNode(probe.get()));
     node->append(new MathDummyNode(probe.get()));

@@ -1,6 +1,8 @@
 // Scaffolding for layout and template tests: contexts, templates, nodes and painted text.
 #include "support/math_fixture.h"
 
+#include <algorithm>
+#include <cstdio>
 #include <ostream>
 
 #include "tavi/math/layout/mathlayout.h"
@@ -84,24 +86,94 @@ void draw_as(MathNodeContext &context, MathNode *node, MathLayout *layout, Alloc
     context.math_node(old);
 }
 
+namespace {
+
+// text("<utf-8>",x,y); the text itself may hold commas and quotes, so the numbers are read from the end.
+bool read_text(std::string const &call, Painted &p)
+{
+    if (call.compare(0, 6, "text(\"") != 0)
+        return false;
+    std::size_t const close = call.rfind(')');
+    std::size_t const comma_y = call.rfind(',', close);
+    std::size_t const comma_x = call.rfind(',', comma_y - 1);
+    p.text = call.substr(6, comma_x - 1 - 6);
+    p.x = std::stol(call.substr(comma_x + 1, comma_y - comma_x - 1));
+    p.y = std::stol(call.substr(comma_y + 1, close - comma_y - 1));
+    return true;
+}
+
+// font(<name>,<size>,<bold>,<italic>,cs=..,angle=..): the name holds no comma; the rest is read from
+// the end.
+bool read_font(std::string const &call, std::string &name, long &size)
+{
+    if (call.compare(0, 5, "font(") != 0)
+        return false;
+    std::vector<std::size_t> commas;
+    for (std::size_t i = call.size(); i-- > 5 && commas.size() < 5;)
+        if (call[i] == ',')
+            commas.push_back(i);
+    if (commas.size() < 5)
+        return false;
+    name = call.substr(5, commas[4] - 5);
+    size = std::stol(call.substr(commas[4] + 1, commas[3] - commas[4] - 1));
+    return true;
+}
+
+}  // namespace
+
 std::vector<Painted> painted_texts(RecordingCanvas const &canvas)
 {
-    // The record is text("<utf-8>",x,y); the text itself may hold commas and quotes, so the numbers are
-    // read from the end.
     std::vector<Painted> out;
-    for (std::string const &call : canvas.calls()) {
-        if (call.compare(0, 6, "text(\"") != 0)
-            continue;
-        std::size_t const close = call.rfind(')');
-        std::size_t const comma_y = call.rfind(',', close);
-        std::size_t const comma_x = call.rfind(',', comma_y - 1);
-        Painted p;
-        p.text = call.substr(6, comma_x - 1 - 6);
-        p.x = std::stol(call.substr(comma_x + 1, comma_y - comma_x - 1));
-        p.y = std::stol(call.substr(comma_y + 1, close - comma_y - 1));
-        out.push_back(p);
-    }
+    Painted p;
+    for (std::string const &call : canvas.calls())
+        if (read_text(call, p))
+            out.push_back(p);
     return out;
+}
+
+std::vector<Painted> painted_texts_in(RecordingCanvas const &canvas, std::string const &font_name)
+{
+    std::vector<Painted> out;
+    std::string font = "Arial";
+    long size = 0;
+    Painted p;
+    for (std::string const &call : canvas.calls())
+        if (!read_font(call, font, size) && font == font_name && read_text(call, p))
+            out.push_back(p);
+    return out;
+}
+
+std::vector<std::string> painted_outside(RecordingCanvas const &canvas, std::size_t first, Point origin,
+                                         BoxTree const &box, Font const &start)
+{
+    long const left = origin.x, right = origin.x + box.width();
+    long const top = origin.y - box.ascent(), bottom = origin.y + box.descent();
+    std::string font = utf8(start.name(), static_cast<long>(std::u16string(start.name()).size()));
+    long size = start.size();
+    std::vector<std::string> faults;
+    auto const &calls = canvas.calls();
+    for (std::size_t i = first; i < calls.size(); ++i) {
+        Painted p;
+        long l[4];
+        bool inside = true;
+        if (read_font(calls[i], font, size))
+            continue;
+        if (read_text(calls[i], p)) {
+            long const n = static_cast<long>(std::count_if(p.text.begin(), p.text.end(),
+                                                           [](char c) { return (c & 0xC0) != 0x80; }));
+            if (font == "KMT Math Ext")
+                inside = left <= p.x && p.x < right && top <= p.y && p.y <= bottom;
+            else
+                inside = left <= p.x && p.x + n * (10 * size / 240) <= right && top <= p.y - 7 * size / 240 &&
+                         p.y + size / 240 <= bottom;
+        } else if (std::sscanf(calls[i].c_str(), "line(%ld,%ld,%ld,%ld", &l[0], &l[1], &l[2], &l[3]) == 4) {
+            inside = std::min(l[0], l[2]) >= left && std::max(l[0], l[2]) <= right && std::min(l[1], l[3]) >= top &&
+                     std::max(l[1], l[3]) <= bottom;
+        }
+        if (!inside)
+            faults.push_back(calls[i] + " in " + font + " " + std::to_string(size));
+    }
+    return faults;
 }
 
 std::vector<std::string> calls_starting(RecordingCanvas const &canvas, std::string const &prefix)

@@ -97,6 +97,15 @@ struct Painted
 std::vector<Painted> painted_texts(RecordingCanvas const &canvas);
 // The recorded calls whose name starts with `prefix` ("line(", "font(").
 std::vector<std::string> calls_starting(RecordingCanvas const &canvas, std::string const &prefix);
+// The painted texts among the recorded calls while a font of this name was selected.
+std::vector<Painted> painted_texts_in(RecordingCanvas const &canvas, std::string const &font_name);
+// Every text and line recorded from call `first` on that does not lie inside `box` at `origin`, each
+// as its record and " in <font> <size>". `font` is the font selected before call `first`. A run of n
+// characters in a text font of size s spans its advance n*(10s/240) from its point and its ink 7s/240
+// above and s/240 below; a glyph of the extension font hangs from its point with heights the canvas
+// does not know, so only the point is held to the box; a line must have both ends in it.
+std::vector<std::string> painted_outside(RecordingCanvas const &canvas, std::size_t first, Tavi::Point origin,
+                                         Tavi::BoxTree const &box, Tavi::Font const &font = Tavi::Font());
 // Readable form for assertion messages.
 std::ostream &operator<<(std::ostream &out, Painted const &p);
 

@@ -1,13 +1,8 @@
 // MathLayout and MathPolyLayout: the innermost-first neighbour search of the generic composite, and
 // the child list's ownership.
 #include "math/layout/layout_probe.h"
-#include "support/recording_canvas.h"
-#include "tavi/geometry/allocationtree.h"
-#include "tavi/geometry/boxtree.h"
-#include "tavi/glyph/glyphcontext.h"
-#include "tavi/math/layout/mathlayout.h"
+#include "support/math_fixture.h"
 #include "tavi/math/layout/mathpolylayout.h"
-#include "tavi/math/mathnodecontext.h"
 
 #include <gtest/gtest.h>
 
@@ -18,29 +13,11 @@ using namespace Tavi;
 using LayoutTest::Journal;
 using LayoutTest::LayoutProbe;
 
-namespace {
-
-// A context that measures on a recording canvas, with no style.
-struct Fixture
-{
-    TaviTest::RecordingCanvas canvas;
-    GlyphContext glyph_context{nullptr, nullptr, &canvas, nullptr};
-    MathNodeContext context{glyph_context, nullptr};
-};
-
-// Holds the top of a layout tree with one reference, as a template would.
-struct Held
-{
-    explicit Held(MathLayout *layout) : layout(layout) { layout->ref(); }
-    ~Held() { layout->unref(); }
-    MathLayout *layout;
-};
-
-}  // namespace
+using TaviTest::Held;
 
 TEST(MathLayout, NeighbourSearchAsksTheInnermostLayoutFirst)
 {
-    Fixture f;
+    TaviTest::MathFixture f;
     Journal journal;
     // A fraction F over a row R of children 0 and 1 and a denominator d of child 2. The row moves
     // left and right; the fraction moves down from either and up from the denominator.
@@ -50,7 +27,7 @@ TEST(MathLayout, NeighbourSearchAsksTheInnermostLayoutFirst)
     auto *fraction = new LayoutProbe("F", &journal);
     fraction->add(row)->add((new LayoutProbe("d", &journal))->shows(2));
     fraction->neighbour(0, Input::key_down, 2)->neighbour(1, Input::key_down, 2)->neighbour(2, Input::key_up, 0);
-    Held held(fraction);
+    Held<MathLayout> held(fraction);
 
     struct Case
     {
@@ -83,7 +60,7 @@ TEST(MathPolyLayout, HoldsEachChildWithOneReference)
     shared->ref();
     {
         auto *poly = new MathPolyLayout(2);
-        Held held(poly);
+        Held<MathLayout> held(poly);
         auto *own = new LayoutProbe("own", nullptr, &deaths);
         poly->append(own);
         poly->prepend(shared);

@@ -11,12 +11,8 @@
 #include <string>
 #include <vector>
 
-#include "support/recording_canvas.h"
-#include "tavi/geometry/allocationtree.h"
-#include "tavi/geometry/boxtree.h"
-#include "tavi/glyph/glyphcontext.h"
+#include "support/math_fixture.h"
 #include "tavi/math/layout/mathpolylayout.h"
-#include "tavi/math/mathnodecontext.h"
 
 namespace StretchyTest {
 
@@ -46,37 +42,17 @@ struct Context
     Tavi::MathNodeContext ctx;
 };
 
-// The UTF-8 of one 16-bit code, as the recording canvas writes it.
-inline std::string utf8(unsigned code)
-{
-    std::string out;
-    if (code < 0x80) {
-        out += static_cast<char>(code);
-    } else if (code < 0x800) {
-        out += static_cast<char>(0xC0 | (code >> 6));
-        out += static_cast<char>(0x80 | (code & 0x3F));
-    } else {
-        out += static_cast<char>(0xE0 | (code >> 12));
-        out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (code & 0x3F));
-    }
-    return out;
-}
-
 // The record of one glyph painted at (x, y).
 inline std::string glyph(unsigned code, long x, long y)
 {
-    return "text(\"" + utf8(code) + "\"," + std::to_string(x) + "," + std::to_string(y) + ")";
+    Tavi::wchar const c = static_cast<Tavi::wchar>(code);
+    return "text(\"" + TaviTest::utf8(&c, 1) + "\"," + std::to_string(x) + "," + std::to_string(y) + ")";
 }
 
 // The painted texts among the recorded calls, in order.
 inline std::vector<std::string> texts(TaviTest::RecordingCanvas const &canvas)
 {
-    std::vector<std::string> out;
-    for (std::string const &call : canvas.calls())
-        if (call.compare(0, 5, "text(") == 0)
-            out.push_back(call);
-    return out;
+    return TaviTest::calls_starting(canvas, "text(");
 }
 
 // What a child layout saw of the context at one call.
@@ -130,18 +106,6 @@ private:
     long shows_;
 };
 
-// A layout held with one reference for the test's life.
-template <class T>
-struct Held
-{
-    explicit Held(T *p) : ptr(p) { ptr->ref(); }
-    ~Held() { ptr->unref(); }
-    Held(Held const &) = delete;
-    Held &operator=(Held const &) = delete;
-    T *operator->() const { return ptr; }
-    T &operator*() const { return *ptr; }
-    T *get() const { return ptr; }
-    T *ptr;
-};
+using TaviTest::Held;
 
 }  // namespace StretchyTest

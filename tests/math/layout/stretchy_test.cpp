@@ -19,6 +19,7 @@
 
 using namespace Tavi;
 using StretchyTest::Context;
+using StretchyTest::Held;
 using StretchyTest::glyph;
 using StretchyTest::texts;
 
@@ -30,17 +31,8 @@ long const F = 0x7fffffff;
 template <class Op>
 Op *make(wchar const *text, LayoutOp::Form form = LayoutOp::prefix)
 {
-    Op *op = new Op(text, form, true, false, false, false, 0, 0);
-    op->ref();
-    return op;
+    return new Op(text, form, true, false, false, false, 0, 0);
 }
-
-struct Unref
-{
-    void operator()(Glyph *g) const { g->unref(); }
-};
-template <class T>
-using Held = std::unique_ptr<T, Unref>;
 
 std::unique_ptr<BoxTree> request(MathLayout &op, Context &c, long w, long a, long d)
 {
@@ -119,7 +111,6 @@ TEST(StretchyTest, BigOpFallsBackToLargestGlyph)
 TEST(StretchyTest, RadicalSizesHaveNoTolerance)
 {
     Held<LayoutRadicalOp> radical(new LayoutRadicalOp);
-    radical->ref();
     expect_sizes(*radical, {
         {0, 21, 1500, 49, 71, "descent 21: size 1; offset (120-21)/2 = 49, 120-49"},
         {0, 120, 1500, 0, 120, "total 120 exactly: size 1"},
@@ -255,7 +246,6 @@ TEST(StretchyTest, FlatMiddleStillClosesTheColumn)
     Context c(size);
     c.canvas.ex = 20;
     Held<FlatMiddleBracket> bracket(new FlatMiddleBracket);
-    bracket->ref();
     BoxTreeLeaf box(1500, 300, 100);
     bracket->draw(c.ctx, AllocationTree(Point(0, 0), &box));
     EXPECT_EQ(texts(c.canvas), (std::vector<std::string>{glyph(50, 0, -300), glyph(54, 0, -80), glyph(52, 0, -80)}));

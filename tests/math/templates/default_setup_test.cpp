@@ -4,8 +4,6 @@
 // parentheses exactly where a reader expects them.
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cstdio>
 #include <fstream>
 #include <memory>
 #include <set>
@@ -80,84 +78,6 @@ std::vector<std::string> walk(TemplateTable const &table)
     return names;
 }
 
-// ---- what a drawing painted, read back from the recording canvas ----
-
-// font(<name>,<size>,<bold>,<italic>,cs=..,angle=..): the name holds no comma; the rest is read from
-// the end.
-bool read_font(std::string const &call, std::string &name, long &size)
-{
-    if (call.compare(0, 5, "font(") != 0)
-        return false;
-    std::vector<std::size_t> commas;
-    for (std::size_t i = call.size(); i-- > 5 && commas.size() < 5;)
-        if (call[i] == ',')
-            commas.push_back(i);
-    if (commas.size() < 5)
-        return false;
-    name = call.substr(5, commas[4] - 5);
-    size = std::stol(call.substr(commas[4] + 1, commas[3] - commas[4] - 1));
-    return true;
-}
-
-// text("<utf-8>",x,y), the numbers read from the end.
-bool read_text_call(std::string const &call, std::string &text, long &x, long &y)
-{
-    if (call.compare(0, 6, "text(\"") != 0)
-        return false;
-    std::size_t const close = call.rfind(')');
-    std::size_t const comma_y = call.rfind(',', close);
-    std::size_t const comma_x = call.rfind(',', comma_y - 1);
-    text = call.substr(6, comma_x - 1 - 6);
-    x = std::stol(call.substr(comma_x + 1, comma_y - comma_x - 1));
-    y = std::stol(call.substr(comma_y + 1, close - comma_y - 1));
-    return true;
-}
-
-// line(x1,y1,x2,y2...): the four numbers after the parenthesis.
-bool read_line(std::string const &call, long p[4])
-{
-    return std::sscanf(call.c_str(), "line(%ld,%ld,%ld,%ld", &p[0], &p[1], &p[2], &p[3]) == 4;
-}
-
-long characters(std::string const &utf8)
-{
-    return static_cast<long>(std::count_if(utf8.begin(), utf8.end(), [](char c) { return (c & 0xC0) != 0x80; }));
-}
-
-// Everything painted lies in the box at `origin`. A run of the text fonts of size s spans its advance,
-// n * (10s/240), from its point, and its ink 7s/240 above and s/240 below it (the recording canvas's
-// metrics). A glyph of the extension font hangs from its point, with heights the canvas does not know,
-// so only the point is held to the box. Lines must have both ends in the box, edges included.
-std::vector<std::string> outside(RecordingCanvas const &canvas, Point const &origin, BoxTree const &box)
-{
-    long const left = origin.x, right = origin.x + box.width();
-    long const top = origin.y - box.ascent(), bottom = origin.y + box.descent();
-    std::vector<std::string> faults;
-    std::string font = "Arial";
-    long size = 240;
-    for (std::string const &call : canvas.calls()) {
-        std::string text;
-        long x = 0, y = 0, p[4];
-        bool inside = true;
-        if (read_font(call, font, size))
-            continue;
-        if (read_text_call(call, text, x, y)) {
-            if (font == "KMT Math Ext")
-                inside = left <= x && x < right && top <= y && y <= bottom;
-            else
-                inside = left <= x && x + characters(text) * (10 * size / 240) <= right &&
-                         top <= y - 7 * size / 240 && y + size / 240 <= bottom;
-        } else if (read_line(call, p)) {
-            inside = std::min(p[0], p[2]) >= left && std::max(p[0], p[2]) <= right && std::min(p[1], p[3]) >= top &&
-                     std::max(p[1], p[3]) <= bottom;
-        }
-        if (!inside)
-            faults.push_back(call + " in " + font + ", box from " + std::to_string(left) + "," +
-                             std::to_string(top) + " to " + std::to_string(right) + "," + std::to_string(bottom));
-    }
-    return faults;
-}
-
 // A node measured and drawn as a root would do it: its box, placed with the baseline at its ascent.
 struct Typeset
 {
@@ -176,7 +96,7 @@ Typeset typeset(MathFixture &f, MathNode *node)
     t.origin = Point(0, t.box->ascent());
     AllocationTree const allocation(t.origin, t.box.get());
     node->draw(f.context, allocation);
-    t.faults = outside(f.canvas, t.origin, *t.box);
+    t.faults = painted_outside(f.canvas, 0, t.origin, *t.box);
     return t;
 }
 
@@ -188,17 +108,10 @@ long count_parens(RecordingCanvas const &canvas, bool open)
     static char16_t const closing[] = {41, 162, 180, 182, 33, 49};
     std::set<std::string> texts;
     for (char16_t c : open ? opening : closing)
-        texts.insert("text(\"" + utf8(&c, 1) + "\"");
-    std::string font, text;
-    long size = 0, x = 0, y = 0;
+        texts.insert(utf8(&c, 1));
     long n = 0;
-    for (std::string const &call : canvas.calls()) {
-        if (read_font(call, font, size))
-            continue;
-        if (font == "KMT Math Ext" && read_text_call(call, text, x, y) &&
-            texts.count(call.substr(0, call.find('"', 6) + 1)) > 0)
-            ++n;
-    }
+    for (Painted const &p : painted_texts_in(canvas, "KMT Math Ext"))
+        n += static_cast<long>(texts.count(p.text));
     return n;
 }
 
