@@ -17,7 +17,6 @@
 #include "tavi/glyph/editglyphscene.h"
 #include "tavi/glyph/glyphcontext.h"
 #include "tavi/glyph/hierarchicalsingleselection.h"
-#include "tavi/glyph/hierarchicalsingleselectionmemo.h"
 #include "tavi/glyph/hint.h"
 #include "tavi/glyph/placement.h"
 #include "tavi/glyph/polyglyph.h"
@@ -43,7 +42,7 @@ public:
     void damage(Tavi::Extension const &) override {}
     void damage_all() override { ++damage_all_count; }
     void redraw_all() override {}
-    void scene_extension_changed() override { ++extension_changes; }
+    void scene_extension_changed() override {}
     void scroll_to(Tavi::Point p) override
     {
         scrolls.push_back(p);
@@ -67,7 +66,6 @@ public:
     void set_viewport(Tavi::Extension const &e) { viewport_ = e; }
 
     int damage_all_count = 0;
-    int extension_changes = 0;
     std::vector<Tavi::Point> scrolls;
     std::vector<Tavi::Input::ScrollCmd> scroll_commands;
     std::vector<std::string> messages;
@@ -238,7 +236,7 @@ public:
         return true;
     }
     Tavi::wchar const *own_type_name() override { return glyph() && glyph()->count() > 0 ? u"branch" : u"leaf"; }
-    Tavi::SelectionMemo *memo() override;
+    Tavi::SelectionMemo *memo() override { return nullptr; }  // no test undoes
 
     // Selects, level by level, the child whose allocation holds the point.
     bool select_at(Tavi::GlyphContext &context, Tavi::AllocationTree const &a, Tavi::Point p) override
@@ -261,8 +259,7 @@ public:
     bool handle_command_state(Tavi::Command *c) override
     {
         Tavi::Command &command = *c;
-        if (typeid(command) == typeid(Tavi::CopyCmd) ||
-            (typeid(command) == typeid(Tavi::DeleteCmd) && deletable) || typeid(command) == typeid(Tavi::PasteCmd)) {
+        if (typeid(command) == typeid(Tavi::CopyCmd) || (typeid(command) == typeid(Tavi::DeleteCmd) && deletable)) {
             c->enable(true);
             return true;
         }
@@ -273,7 +270,6 @@ public:
         Tavi::Command &command = *c;
         std::string const name = typeid(command) == typeid(Tavi::CopyCmd)     ? "copy"
                                  : typeid(command) == typeid(Tavi::DeleteCmd) ? "delete"
-                                 : typeid(command) == typeid(Tavi::PasteCmd)  ? "paste"
                                                                              : "";
         if (!name.empty()) {
             note(name + ":" + std::to_string(glyph_index()));
@@ -302,30 +298,6 @@ private:
 
     Journal *journal_;
 };
-
-class PathSelectionMemo : public Tavi::HierarchicalSingleSelectionMemo
-{
-public:
-    PathSelectionMemo(long index, Tavi::SelectionMemo *sub, Journal *journal)
-        : HierarchicalSingleSelectionMemo(index, sub), journal_(journal)
-    {
-    }
-    Tavi::Selection *revive(Tavi::Selection *owner) override
-    {
-        auto *s = new PathSelection(owner, glyph_index(), journal_);
-        revive_sub(s);
-        return s;
-    }
-
-private:
-    Journal *journal_;
-};
-
-inline Tavi::SelectionMemo *PathSelection::memo()
-{
-    Tavi::Selection *sub = sub_selection();
-    return new PathSelectionMemo(glyph_index(), sub ? sub->memo() : nullptr, journal_);
-}
 
 // An editable scene over a Root. Its selections are PathSelections, and it notes damage.
 class TestScene : public Tavi::EditGlyphScene

@@ -21,7 +21,6 @@ struct Rig
         view.implementation(&imp);
         imp.set_viewport(viewport);
         view.set_scene_extension(scene_extension);
-        imp.extension_changes = 0;
     }
     Scene scene;
     FakeViewImp imp;

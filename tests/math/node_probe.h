@@ -6,11 +6,7 @@
 //   request               a new leaf of 30 x (8, 2)
 //   allocate(i, origin)   for the unconstrained box at the origin: the point (10*i + 3, 7*i)
 //   allocate(i, other)    the point (999, 999) with the given box: the node must move it
-//   caret_pos             the value of `caret`
 //   pick                  true, and the index is written down
-//   allocate_selection    a new allocation at (i, depth)
-//   get_neighbour_child   result = index + 1, true
-//   delete_child_op       delete_child for any child
 #pragma once
 
 #include "support/math_fixture.h"
@@ -57,32 +53,12 @@ public:
         note("draw", context);
         in_selection_seen.push_back(context.in_selection());
     }
-    bool is_allocated() override { return allocated; }
-    void invalidate_allocation() override { ++invalidations; }
     bool pick(long index, MathSelection *, MathNodeContext &context, AllocationTree const &, Point) override
     {
         note("pick", context);
         picked.push_back(index);
         return true;
     }
-    long caret_pos(MathNodeContext &context, AllocationTree const &, Point) override
-    {
-        note("caret_pos", context);
-        return caret;
-    }
-    AllocationTree *allocate_selection(long index, MathSelection *, std::size_t depth, MathNodeContext &context,
-                                       AllocationTree const &allocation) override
-    {
-        note("allocate_selection", context);
-        return new AllocationTree(Point(index, static_cast<long>(depth)), allocation.boxtree());
-    }
-    bool get_neighbour_child(MathNodeContext &context, long index, Input::Key, long &result) override
-    {
-        note("get_neighbour_child", context);
-        result = index + 1;
-        return true;
-    }
-    DeleteOp delete_child_op(MathNode const *, std::size_t) override { return delete_child; }
 
     // What was called, in order, each with the math node that the context held at the call.
     struct Call
@@ -94,9 +70,6 @@ public:
     std::vector<bool> in_selection_seen;
     std::vector<long> picked;
     int placements = 0;
-    int invalidations = 0;
-    bool allocated = true;
-    long caret = 0;
 
 private:
     void note(char const *what, MathNodeContext &context) { calls.push_back({what, context.math_node()}); }

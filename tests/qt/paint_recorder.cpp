@@ -2,7 +2,6 @@
 #include "paint_recorder.h"
 
 #include <QLineF>
-#include <QPainterPath>
 #include <QPixmap>
 #include <QTextItem>
 
@@ -18,12 +17,7 @@ bool PaintRecordEngine::end() { return true; }
 
 void PaintRecordEngine::updateState(QPaintEngineState const &state)
 {
-    QPaintEngine::DirtyFlags const flags = state.state();
-    if (flags & QPaintEngine::DirtyPen)
-        pen_ = state.pen();
-    if (flags & QPaintEngine::DirtyBrush)
-        brush_ = state.brush();
-    if (flags & QPaintEngine::DirtyTransform)
+    if (state.state() & QPaintEngine::DirtyTransform)
         transform_ = state.transform();
 }
 
@@ -31,8 +25,6 @@ PaintOp PaintRecordEngine::op(PaintOp::Kind kind) const
 {
     PaintOp o;
     o.kind = kind;
-    o.pen = pen_;
-    o.brush = brush_;
     o.transform = transform_;
     return o;
 }
@@ -54,27 +46,6 @@ void PaintRecordEngine::drawRects(QRectF const *rects, int count)
         o.rectangle = rects[i];
         ops.push_back(o);
     }
-}
-
-void PaintRecordEngine::drawEllipse(QRectF const &r)
-{
-    PaintOp o = op(PaintOp::ellipse);
-    o.rectangle = r;
-    ops.push_back(o);
-}
-
-void PaintRecordEngine::drawPolygon(QPointF const *points, int count, PolygonDrawMode mode)
-{
-    PaintOp o = op(mode == PolylineMode ? PaintOp::polyline : PaintOp::polygon);
-    o.points.assign(points, points + count);
-    ops.push_back(o);
-}
-
-void PaintRecordEngine::drawPath(QPainterPath const &path)
-{
-    PaintOp o = op(PaintOp::path);
-    o.rectangle = path.boundingRect();
-    ops.push_back(o);
 }
 
 void PaintRecordEngine::drawTextItem(QPointF const &p, QTextItem const &item)

@@ -1,11 +1,10 @@
-// LayoutProbe: a layout for tests that writes every call it gets into a journal and answers what the
-// test tells it: which node child it shows (as a placeholder would), the box its request gives, the
-// result of pick and of its own neighbour rule, a table pointer. Without a shown child it behaves as
-// the generic composite and asks its children.
+// LayoutProbe: a layout for tests that writes its requests, draws and own neighbour rule into a
+// journal and answers what the test tells it: which node child it shows (as a placeholder would), the
+// box its request gives, the result of its own neighbour rule, a table pointer. Without a shown child
+// it behaves as the generic composite and asks its children.
 #pragma once
 
 #include <map>
-#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -64,15 +63,8 @@ public:
         return this;
     }
 
-    bool pick_result = true;
-    long caret = 0;
-    bool allocated = true;
-    // The context seen through math_context by the last request.
-    Tavi::MathNodeContext *seen_context = nullptr;
-
-    Tavi::BoxTree *request(Tavi::GlyphContext &context, Tavi::BoxTree const &constraint) override
+    Tavi::BoxTree *request(Tavi::GlyphContext &, Tavi::BoxTree const &constraint) override
     {
-        seen_context = &math_context(context);
         note("request:" + name_ + "/" + std::to_string(constraint.width()));
         return new Tavi::BoxTreeLeaf(width_, ascent_, descent_);
     }
@@ -80,21 +72,12 @@ public:
     {
         note("draw:" + name_ + at(allocation));
     }
-    bool is_allocated() override
-    {
-        note("is_allocated:" + name_);
-        return allocated;
-    }
-    void invalidate_allocation() override { note("invalidate:" + name_); }
-    void change(long index) override { note("change:" + name_ + "/" + std::to_string(index)); }
-
     Tavi::LayoutTable *table() override { return table_ ? table_ : Tavi::MathLayout::table(); }
 
     bool has_child_node(Tavi::MathNodeContext &context, long index) override
     {
         if (!has_index_)
             return Tavi::MathLayout::has_child_node(context, index);
-        note("has:" + name_ + "/" + std::to_string(index));
         return index == index_;
     }
     bool get_child_node(Tavi::MathNodeContext &context, long &index) override
@@ -103,41 +86,6 @@ public:
             return Tavi::MathLayout::get_child_node(context, index);
         index = index_;
         return true;
-    }
-    bool child_range(Tavi::MathNodeContext &context, long &first, long &last) override
-    {
-        if (!has_index_)
-            return Tavi::MathLayout::child_range(context, first, last);
-        first = last = index_;
-        return true;
-    }
-    Tavi::AllocationTree *allocate_placeholder(long index, Tavi::MathNodeContext &,
-                                               Tavi::AllocationTree const &allocation) override
-    {
-        note("allocate_placeholder:" + name_ + "/" + std::to_string(index) + at(allocation));
-        return new Tavi::AllocationTree(allocation);
-    }
-    bool pick(long index, Tavi::MathSelection *selection, Tavi::MathNodeContext &context,
-              Tavi::AllocationTree const &allocation, Tavi::Point point) override
-    {
-        if (!has_index_)
-            return Tavi::MathLayout::pick(index, selection, context, allocation, point);
-        note("pick:" + name_ + "/" + std::to_string(index) + at(allocation));
-        return pick_result;
-    }
-    Tavi::AllocationTree *allocate_selection(long index, Tavi::MathSelection *selection, std::size_t size,
-                                             Tavi::MathNodeContext &context,
-                                             Tavi::AllocationTree const &allocation) override
-    {
-        if (!has_index_)
-            return Tavi::MathLayout::allocate_selection(index, selection, size, context, allocation);
-        note("allocate_selection:" + name_ + "/" + std::to_string(index) + at(allocation));
-        return new Tavi::AllocationTree(allocation);
-    }
-    long caret_pos(Tavi::MathNodeContext &, Tavi::AllocationTree const &allocation, Tavi::Point) override
-    {
-        note("caret_pos:" + name_ + at(allocation));
-        return caret;
     }
 
 protected:
