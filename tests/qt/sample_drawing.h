@@ -26,8 +26,9 @@ struct InkProbe
     char const *what;
     // In points from the page's top left: [left, right) by [top, bottom).
     double left, top, right, bottom;
-    // none: not one pixel of ink; some: a few pixels at least; most: four fifths of the area or more.
-    enum Expect { none, some, most } expect;
+    // none: not one pixel of ink; some: a few pixels at least; part: some, but less than three
+    // quarters of the area (a hatch, not a solid fill); most: four fifths of the area or more.
+    enum Expect { none, some, part, most } expect;
     // The surfaces the probe speaks for.
     bool pixmap, svg, eps;
 };
