@@ -70,11 +70,9 @@ SizeCase const size_cases[] = {
     {100, 71, 160, 1, 160},   // 71 < 160
     // Level 6: 71 -> 50 -> 35 -> 24 -> 17 -> 12 (five steps); 240 * 12 / 100 = 28.8.
     {240, 71, 0, 6, 28},
-    {240, 71, 0, 7, 19},      // 12 * 71 / 100 = 8; 240 * 8 / 100 = 19.2
     // Negative levels: start 10000 / 71 = 140; -2: 140 * 140 / 100 = 196; -3: 196 * 140 / 100 = 274.
     {240, 71, 0, -3, 657},    // 240 * 274 / 100 = 657.6
     {240, 71, 500, -1, 500},  // the minimum holds on negative levels too
-    {1000, 50, 0, 6, 10},     // multiplier 50: 50 -> 25 -> 12 -> 6 -> 3 -> 1
     {1000, 50, 0, -1, 2000},  // start 10000 / 50 = 200
     // A multiplier of 0 cannot grow a negative level: taken as no scaling.
     {240, 0, 0, -1, 240},

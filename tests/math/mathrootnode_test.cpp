@@ -71,51 +71,35 @@ std::size_t count_of(Journal const &journal, std::string const &prefix)
 
 TEST(MathRootNode, OneTreePerWidthWithRoomForTheCaretAndATextLine)
 {
-    struct Case
-    {
-        Box formula;
-        Box expected;
-    };
-    // The box is at least the text line (8, 2) high; the width is the formula's own.
-    Case const cases[] = {
-        {Box(30, 3, 1), Box(30, 8, 2)},
-        {Box(5, 1, 6), Box(5, 8, 6)},
-    };
-    for (Case const &c : cases) {
-        RecordingCanvas canvas;
-        FormulaScene scene;
-        ProbeFormula x(c.formula.width(), c.formula.ascent(), c.formula.descent());
-        GlyphContext context(&scene, nullptr, &canvas, x.root.get());
-
-        BoxTreeLeaf const at500(500, 100, 50);
-        BoxTree *first = x.root->request(context, at500);
-        ASSERT_NE(nullptr, first);
-        EXPECT_EQ(c.expected, first->box());
-        EXPECT_TRUE(x.root->cacheValid());
-        // The formula is set in 500 less the width of "m".
-        EXPECT_EQ((Journal{"request:p/490"}), x.journal);
-
-        // The same width: the same tree, nothing measured.
-        EXPECT_EQ(first, x.root->request(context, at500));
-        // No width of its own: the last one holds.
-        EXPECT_EQ(first, x.root->request(context, BoxTreeLeaf(-1, 0, 0)));
-        EXPECT_EQ(1u, count_of(x.journal, "request:"));
-
-        // Another width measures again.
-        BoxTree *second = x.root->request(context, BoxTreeLeaf(300, 0, 0));
-        ASSERT_NE(nullptr, second);
-        EXPECT_EQ("request:p/290", x.journal.back());
-        EXPECT_EQ(2u, count_of(x.journal, "request:"));
-    }
-    // No width before any width measures nothing.
     RecordingCanvas canvas;
     FormulaScene scene;
+    // The box is at least the text line (8, 2) high; the width is the formula's own.
+    ProbeFormula deep(5, 1, 6);
+    GlyphContext deep_context(&scene, nullptr, &canvas, deep.root.get());
+    EXPECT_EQ(Box(5, 8, 6), deep.root->request(deep_context, BoxTreeLeaf(500, 0, 0))->box());
+
     ProbeFormula x(30, 3, 1);
     GlyphContext context(&scene, nullptr, &canvas, x.root.get());
+    // No width before any width measures nothing.
     EXPECT_EQ(nullptr, x.root->request(context, BoxTreeLeaf(-1, 0, 0)));
     EXPECT_FALSE(x.root->cacheValid());
     EXPECT_TRUE(x.journal.empty());
-    EXPECT_FALSE(x.root->is_allocated());
+
+    BoxTreeLeaf const at500(500, 100, 50);
+    BoxTree *first = x.root->request(context, at500);
+    ASSERT_NE(nullptr, first);
+    EXPECT_EQ(Box(30, 8, 2), first->box());
+    EXPECT_TRUE(x.root->cacheValid());
+    // The formula is set in 500 less the width of "m".
+    EXPECT_EQ((Journal{"request:p/490"}), x.journal);
+    // The same width: the same tree, nothing measured; no width of its own: the last one holds.
+    EXPECT_EQ(first, x.root->request(context, at500));
+    EXPECT_EQ(first, x.root->request(context, BoxTreeLeaf(-1, 0, 0)));
+    EXPECT_EQ(1u, count_of(x.journal, "request:"));
+
+    // Another width measures again.
+    ASSERT_NE(nullptr, x.root->request(context, BoxTreeLeaf(300, 0, 0)));
+    EXPECT_EQ((Journal{"request:p/490", "request:p/290"}), x.journal);
 }
 
 // The scene's drawing measures once; a repaint at the same width measures nothing, and an edit makes

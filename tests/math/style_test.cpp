@@ -19,11 +19,7 @@ TEST(MathStyle, NamesAndNumbers)
         char16_t const *name;
     } const table[] = {
         {1, u"font"},
-        {3, u"font-italic"},
         {5, u"font-size"},
-        {101, u"scriptlevel"},
-        {103, u"scriptsizemultiplier"},
-        {106, u"background"},
         {108, u"wrap-lines"},
     };
     for (Case const &c : table) {
@@ -54,15 +50,12 @@ TEST(MathStyle, TypedAccessAnswersOnlyForTheRightType)
         unsigned kinds;
     };
     Row const rows[] = {
-        {1, k_font},
         {2, k_font | k_string},
         {3, k_font | k_boolean},
         {5, k_font | k_size},
         {6, k_color},
         {101, k_number},
-        {102, k_boolean},
         {104, k_size},
-        {106, k_color},
         {999, 0},
     };
     for (Row const &row : rows) {

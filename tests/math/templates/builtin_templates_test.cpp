@@ -1,38 +1,19 @@
-// The built-in templates: their operand rules and priorities, the nodes and layouts they make, the
-// entry of differences and negations as sums, overlay rules, and the sign a sum draws before each
-// term.
+// The built-in templates: the accents' marks and layouts, the entry of differences and negations as
+// sums, the placeholders an entered node starts with, and the sign a sum draws before each term. (The
+// node classes show in the writer's elements, the priorities in the default setup's parentheses.)
 #include "support/math_fixture.h"
 #include "tavi/geometry/allocationtree.h"
 #include "tavi/geometry/boxtree.h"
-#include "tavi/math/layout/layoutdummy.h"
 #include "tavi/math/layout/layoutfixedplaceholder.h"
-#include "tavi/math/layout/layoutidentnode.h"
-#include "tavi/math/layout/layoutnumbernode.h"
 #include "tavi/math/layout/layoutop.h"
-#include "tavi/math/layout/layoutoperatorrow.h"
 #include "tavi/math/layout/layoutover.h"
 #include "tavi/math/layout/layoutoverbarop.h"
 #include "tavi/math/layout/layoutrow.h"
-#include "tavi/math/layout/layoutrunningplaceholder.h"
-#include "tavi/math/layout/layoutstringnode.h"
-#include "tavi/math/layout/layoutsub.h"
-#include "tavi/math/layout/layoutsubsup.h"
-#include "tavi/math/layout/layoutsup.h"
-#include "tavi/math/layout/layouttemplateoperatorrow.h"
-#include "tavi/math/layout/layoutunder.h"
 #include "tavi/math/mathaccentnode.h"
 #include "tavi/math/mathdummynode.h"
-#include "tavi/math/mathidentnode.h"
-#include "tavi/math/mathjoinsymbnode.h"
-#include "tavi/math/mathnumbernode.h"
 #include "tavi/math/mathplusnode.h"
 #include "tavi/math/mathstring.h"
-#include "tavi/math/mathstringnode.h"
-#include "tavi/math/mathsubscriptnode.h"
-#include "tavi/math/mathsubsupscriptnode.h"
-#include "tavi/math/mathsuperscriptnode.h"
 #include "tavi/math/templates/accenttemplate.h"
-#include "tavi/math/templates/dummytemplate.h"
 #include "tavi/math/templates/mathtemplate.h"
 #include "tavi/math/templates/templatetable.h"
 
@@ -61,54 +42,6 @@ std::type_index kind(void const *p, std::type_info const &t) { return p ? std::t
 #define KIND(p) kind((p), (p) ? typeid(*(p)) : typeid(void))
 
 }  // namespace
-
-// Operand counts and flags of each built-in, its priority and the classes of node and layout it
-// makes.
-TEST(BuiltinTemplates, OperandRulesNodesAndLayouts)
-{
-    struct Case
-    {
-        wchar const *name;
-        std::size_t arity;
-        bool varying;
-        std::size_t dummies;
-        bool associative, flatten_last;
-        double priority;
-        std::type_index node;    // the class of create_node()
-        std::type_index layout;  // the class of the layout in force, void for none
-    };
-    double const never = MathTemplate::no_parens_priority;
-    std::vector<Case> const cases = {
-        {u"ci", 0, false, 0, false, false, never, typeid(MathIdentNode), typeid(LayoutIdentNode)},
-        {u"plus", 1, true, 2, true, true, 1000.0, typeid(MathPlusNode), typeid(LayoutTemplateOperatorRow)},
-        {u"minus", 2, false, 2, true, true, 1000.0, typeid(MathPlusNode), typeid(void)},
-        {u"subscript", 2, false, 2, false, true, never, typeid(MathSubscriptNode), typeid(LayoutSub)},
-        {u"subsupscript", 3, false, 3, false, true, never, typeid(MathSubSupscriptNode), typeid(LayoutSubSup)},
-        {u"joinsymb", 2, true, 2, true, true, never, typeid(MathJoinSymbNode), typeid(LayoutOperatorRow)},
-        {u"overbar_accent", 1, false, 1, false, true, never, typeid(MathAccentNode), typeid(LayoutOver)},
-        {u"prime_accent", 1, false, 1, false, true, never, typeid(MathAccentNode), typeid(LayoutRow)},
-    };
-    TemplateTable table(nullptr);
-    for (Case const &c : cases) {
-        SCOPED_TRACE(narrow(c.name));
-        MathTemplate *t = table.get_template(c.name);
-        ASSERT_NE(nullptr, t);
-        EXPECT_EQ(c.arity, t->arity());
-        EXPECT_EQ(c.varying, t->varying_arity());
-        EXPECT_EQ(c.dummies, t->dummies());
-        EXPECT_EQ(c.associative, t->associative());
-        EXPECT_EQ(c.flatten_last, t->flatten_last());
-        EXPECT_DOUBLE_EQ(c.priority, t->priority());
-        EXPECT_EQ(c.layout, KIND(t->layout()));
-
-        Held<MathNode> node(t->create_node());
-        ASSERT_NE(nullptr, node.get());
-        EXPECT_EQ(c.node, KIND(node.get()));
-        // Differences and negations are sums.
-        MathTemplate *owner = (c.node == std::type_index(typeid(MathPlusNode))) ? table.get_template(u"plus") : t;
-        EXPECT_EQ(owner, node->templ());
-    }
-}
 
 // Each accent sets its mark, the postfix operator of its text, with the base in the layout its row
 // names.

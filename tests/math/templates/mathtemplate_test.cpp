@@ -6,7 +6,7 @@
 // 10 wide in the default 240-twip text font and 7 wide (1700/240, truncated) at script level 1, where
 // the font is 240*71/100 = 170 twips.
 #include "math/layout/layout_probe.h"
-#include "support/recording_canvas.h"
+#include "support/math_fixture.h"
 #include "tavi/geometry/allocationtree.h"
 #include "tavi/geometry/boxtree.h"
 #include "tavi/glyph/glyphcontext.h"
@@ -29,12 +29,7 @@ using LayoutTest::LayoutProbe;
 
 namespace {
 
-struct Fixture
-{
-    TaviTest::RecordingCanvas canvas;
-    GlyphContext glyph_context{nullptr, nullptr, &canvas, nullptr};
-    MathNodeContext context{glyph_context, nullptr};
-};
+using Fixture = TaviTest::MathFixture;
 
 // A template held as the table would hold it. A template never gives back its linear layout, so the
 // holder does that once the template is gone.
@@ -89,26 +84,6 @@ char table_mark;
 LayoutTable *fake_table() { return reinterpret_cast<LayoutTable *>(&table_mark); }
 
 }  // namespace
-
-TEST(MathTemplate, VaryingNullaryKindsGetAPlaceholder)
-{
-    struct Case
-    {
-        std::size_t arity;
-        bool varying;
-        std::size_t dummies;
-        std::size_t expected;
-    } const cases[] = {
-        {0, true, 0, 1},  // raised: somewhere to type
-        {0, true, 3, 3},  // a given number stays
-        {2, true, 0, 0},  // only a kind of no fixed operands is raised
-    };
-    for (Case const &c : cases) {
-        Templ t(new MathTemplate(nullptr, u"k", true, u"K", TemplateAccelerator(), c.arity, c.varying, c.dummies,
-                                 false, false, false, 0, 0, 1.0));
-        EXPECT_EQ(t->dummies(), c.expected) << c.arity << " " << c.varying << " " << c.dummies;
-    }
-}
 
 TEST(MathTemplate, FirstOfTwoLayoutsBecomesLinearAndOutlivesTheTemplate)
 {

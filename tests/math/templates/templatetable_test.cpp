@@ -104,9 +104,7 @@ TEST(TemplateTable, GetLayoutOpTriesTheAskedFormThenInfixPrefixPostfix)
         {u"&Integral;", F::postfix, typeid(LayoutIntegralOp), F::prefix, false, false, true, false, 0, 0},
         {u"&Sqrt;", F::prefix, typeid(LayoutRadicalOp), F::prefix, false, false, false, false, 0, 0},
         {u"&SmallCircle;", F::infix, typeid(LayoutExtCharOp), F::infix, false, false, false, false, 5, 5},
-        {u"det", F::postfix, typeid(LayoutOp), F::prefix, false, false, false, false, 4, 7},
         {u"&OverBar;", F::postfix, typeid(LayoutOverBarOp), F::postfix, false, false, false, true, 0, 0},
-        {u"&tilde;", F::infix, typeid(LayoutOp), F::postfix, false, false, false, true, 0, 0},
     };
     TemplateTable table(nullptr);
     for (Case const &c : cases) {
