@@ -4,7 +4,12 @@
 #include "font_drawing.h"
 
 #include "support/external_tools.h"
+#include "tavi/geometry/allocationtree.h"
 #include "tavi/math/layout/extension_codes.h"
+#include "tavi/math/layout/layoutbraceop.h"
+#include "tavi/math/layout/layoutradicalop.h"
+#include "tavi/math/mathnodecontext.h"
+#include "support/math_fixture.h"
 #include "tavi/qt/qt_pixmap_canvas.h"
 
 #include <gtest/gtest.h>
@@ -163,35 +168,14 @@ TEST(MathExtFont, GlyphsHaveTheDepthsTheLayoutsExpect)
 
 namespace {
 
-// A fence of ascent a and descent d around the baseline y0, built from pieces as the fence layout
-// builds it: the top piece at the top, middles every step down to the bottom piece, the last middle
-// moved up to meet the bottom piece exactly; a brace has its centre piece in the middle, with
-// middles above and below. Pieces are shifted right by the row's shift.
-void draw_fence(Qt_Pixmap_Canvas &canvas, Codes::FenceCodes const &row, wchar centre, long D, long x, long y0,
-                long a, long d)
+// The fence layout of the text, of the class the operator table gives it.
+MathLayout *fence_op(wchar const *text, bool brace)
 {
-    auto paint = [&](wchar code, long y) { canvas.text(&code, 1, Point(x + row.x_shift * D / 3000, y)); };
-    long y = y0 - a;
-    paint(row.top, y);
-    y += row.top_height * D / 30;
-    long const bottom_y = y0 + d - row.bottom_height * D / 30;
-    long const step = row.mid_height * D / 30;
-    auto middles = [&](long to) {
-        while (step > 0 && y + step < to) {
-            paint(row.mid, y);
-            y += step;
-        }
-        paint(row.mid, to - step);
-    };
-    if (centre != 0) {
-        long const centre_h = 18 * D / 30;
-        long const centre_y = (d + a) / 2 - a + y0 - centre_h / 2;
-        middles(centre_y);
-        paint(centre, centre_y);
-        y = centre_y + centre_h;
-    }
-    middles(bottom_y);
-    paint(row.bottom, bottom_y);
+    if (std::u16string(text) == u"&Sqrt;")
+        return new LayoutRadicalOp;
+    if (brace)
+        return new LayoutBraceOp(text, LayoutOp::postfix, true, false, false, false, 0, 0);
+    return new LayoutFenceOp(text, LayoutOp::prefix, true, false, false, false, 0, 0);
 }
 
 // A pixel of the stroke: darker than three quarters of the grey scale. A hairline between two
@@ -238,10 +222,10 @@ int dark_components(QImage const &image)
 
 }  // namespace
 
-// Fences built from pieces at three heights: the shortest the pieces allow, that plus 1.3 ems, and
-// three times the shortest. Each is one stroke, one group of dark pixels (a hairline where two pieces
-// meet would part it), and its ink spans the height asked for. The drawings are kept for a person
-// to look at.
+// Fences built from pieces by the fence layouts at three heights: just past the shortest the pieces
+// allow (past the largest ready-made size too), that plus 1.3 ems, and three times the shortest. Each
+// is one stroke, one group of dark pixels (a hairline where two pieces meet would part it), and its
+// ink spans the height asked for. The drawings are kept for a person to look at.
 TEST(MathExtFont, FencesBuiltFromPiecesAreUnbroken)
 {
     QDir().mkpath(TAVI_TEST_OUTPUT_DIR "/fonts");
@@ -258,7 +242,7 @@ TEST(MathExtFont, FencesBuiltFromPiecesAreUnbroken)
     for (long const twips : {240L, 720L})
     for (Case const &c : cases) {
         Codes::FenceCodes const &row = *Codes::fence_codes(c.text);
-        wchar const centre = c.brace ? Codes::brace_center(c.text) : 0;
+        TaviTest::Held<MathLayout> op(fence_op(c.text, c.brace));
         for (int variant = 0; variant < 3; ++variant) {
             QSize const size(160, 900);
             Qt_Pixmap_Canvas canvas(Extension(0, 0, size.height(), size.width()), nullptr, 0);
@@ -268,13 +252,16 @@ TEST(MathExtFont, FencesBuiltFromPiecesAreUnbroken)
             double const em = D / 3.0;
             // The shortest fence: top, one middle (the closing one) and bottom; a brace's centre
             // takes 18/30 of D besides.
-            long const full = (row.top_height + row.bottom_height + (c.brace ? 18 : row.mid_height)) * D / 30;
+            long const full = (row.top_height + row.bottom_height + (c.brace ? 18 : row.mid_height)) * D / 30 + 1;
             long const total = variant == 0 ? full : variant == 1 ? full + long(1.3 * em) : 3 * full;
             long const a = total / 2;
             long const d = total - a;
-            long const x = 40;
             long const y0 = 40 + a;
-            draw_fence(canvas, row, centre, D, x, y0, a, d);
+            MathInfo::Settings settings;
+            settings.font = Font(u"Times New Roman", twips, false, false);
+            MathNodeContext context(GlyphContext(nullptr, nullptr, &canvas, nullptr), nullptr, settings);
+            BoxTreeLeaf const box(D, a, d);
+            op->draw(context, AllocationTree(Point(40, y0), &box));
             QImage const image = canvas.pixmap()->toImage().convertToFormat(QImage::Format_Grayscale8);
             std::string const name = std::string(c.file) + "-" + std::to_string(twips / 20) + "pt-" + std::to_string(variant);
             image.save(QString::fromStdString(TAVI_TEST_OUTPUT_DIR "/fonts/fence-" + name + ".png"));
