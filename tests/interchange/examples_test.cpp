@@ -5,9 +5,7 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <memory>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -16,7 +14,6 @@
 #include "tavi/geometry/boxtree.h"
 #include "tavi/interchange/content.h"
 #include "tavi/interchange/matheditcontenthandler.h"
-#include "tavi/kxt/stream.h"
 #include "tavi/kxt/utf.h"
 #include "tavi/math/mathnode.h"
 #include "tavi/math/mathrootnode.h"
@@ -30,14 +27,6 @@ using namespace TaviTest;
 
 std::string const source_dir = TAVI_SOURCE_DIR;
 
-std::string read_text(std::string const &path)
-{
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream out;
-    out << in.rdbuf();
-    return out.str();
-}
-
 std::vector<std::filesystem::path> examples()
 {
     std::vector<std::filesystem::path> files;
@@ -49,19 +38,6 @@ std::vector<std::filesystem::path> examples()
     std::sort(files.begin(), files.end());
     return files;
 }
-
-// A table with the default setup; the examples are written for it.
-struct SetupTable
-{
-    SetupTable() : table(nullptr)
-    {
-        std::string const text = read_text(source_dir + "/data/mathsetup.xml");
-        Kxt::KTmemoryStream stream(text.data(), text.size());
-        read = !text.empty() && table.init(stream);
-    }
-    TemplateTable table;
-    bool read = false;
-};
 
 // A formula read from text (null when refused), with the reader's complaints.
 struct Read
@@ -108,14 +84,14 @@ void characters(MathNode *node, std::vector<std::pair<int, int>> &out)
 // kinds; and it typesets to a box with room in it.
 TEST(Examples, ReadWriteReadAndTypeset)
 {
-    SetupTable s;
-    ASSERT_TRUE(s.read);
+    TemplateTable table(nullptr);
+    ASSERT_TRUE(read_default_setup(table));
     std::vector<std::filesystem::path> const files = examples();
     EXPECT_GE(files.size(), 30u);
     MathFixture f;
     for (auto const &file : files) {
         SCOPED_TRACE(file.filename().string());
-        Read const first = read_formula(s.table, read_text(file.string()));
+        Read const first = read_formula(table, read_file(file.string()));
         ASSERT_NE(nullptr, first.top()) << first.complaints;
         EXPECT_EQ("", first.complaints);
         std::vector<std::string> a, b;
@@ -125,7 +101,7 @@ TEST(Examples, ReadWriteReadAndTypeset)
 
         std::string const written = write_math_content(**first.root);
         EXPECT_EQ(0u, written.find("<math xmlns=\"" + std::string(MathEditContentHandler::nameSpace()) + "\""));
-        Read const second = read_formula(s.table, written);
+        Read const second = read_formula(table, written);
         ASSERT_NE(nullptr, second.top()) << second.complaints << written;
         EXPECT_EQ(written, write_math_content(**second.root));
         type_names(second.top(), b);
@@ -148,11 +124,11 @@ TEST(Examples, NamedCharactersKeepTheirClasses)
         {"number-sets.xml", {{open_face, 'N'}, {open_face, 'Z'}, {open_face, 'Q'}, {open_face, 'C'}}},
         {"gaussian-integral.xml", {{symbol, 0xFFA5}, {symbol, 0x70}}},  // infinity, pi
     };
-    SetupTable s;
-    ASSERT_TRUE(s.read);
+    TemplateTable table(nullptr);
+    ASSERT_TRUE(read_default_setup(table));
     for (auto const &c : cases) {
         SCOPED_TRACE(c.first);
-        Read const r = read_formula(s.table, read_text(source_dir + "/data/examples/" + c.first));
+        Read const r = read_formula(table, read_file(source_dir + "/data/examples/" + c.first));
         ASSERT_NE(nullptr, r.top()) << r.complaints;
         std::vector<std::pair<int, int>> found;
         characters(r.top(), found);
@@ -167,7 +143,7 @@ TEST(Examples, EachCarriesItsTeX)
 {
     for (auto const &file : examples()) {
         SCOPED_TRACE(file.filename().string());
-        std::string const text = read_text(file.string());
+        std::string const text = read_file(file.string());
         std::size_t const open = text.find("<!--");
         std::size_t const math = text.find("<math");
         ASSERT_NE(std::string::npos, open);

@@ -3,7 +3,9 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <fstream>
 #include <ostream>
+#include <sstream>
 
 #include "tavi/math/layout/mathlayout.h"
 #include "tavi/math/mathexprnode.h"
@@ -13,10 +15,27 @@
 #include "tavi/math/mathstring.h"
 #include "tavi/math/mathstringnode.h"
 #include "tavi/math/templates/templateaccelerator.h"
+#include "tavi/math/templates/templatetable.h"
+#include "tavi/kxt/stream.h"
 
 namespace TaviTest {
 
 using namespace Tavi;
+
+std::string read_file(std::string const &path)
+{
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream out;
+    out << in.rdbuf();
+    return out.str();
+}
+
+bool read_default_setup(TemplateTable &table)
+{
+    std::string const text = read_file(TAVI_SOURCE_DIR "/data/mathsetup.xml");
+    Kxt::KTmemoryStream stream(text.data(), text.size());
+    return !text.empty() && table.init(stream);
+}
 
 MathInfo::Settings math_settings(long size)
 {

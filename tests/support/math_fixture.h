@@ -24,9 +24,15 @@
 namespace Tavi {
 class MathLayout;
 class MathNode;
+class TemplateTable;
 }  // namespace Tavi
 
 namespace TaviTest {
+
+// The whole of a file; empty if it cannot be read.
+std::string read_file(std::string const &path);
+// The source tree's default setup file, data/mathsetup.xml, read into the table; false on any fault.
+bool read_default_setup(Tavi::TemplateTable &table);
 
 // Settings of a context: the text font at `size` twips, display style, no slanting of identifiers
 // (so that tests see the italic flag only where a layout or node sets it).

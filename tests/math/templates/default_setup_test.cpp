@@ -4,17 +4,14 @@
 // parentheses exactly where a reader expects them.
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <memory>
 #include <set>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "support/math_fixture.h"
 #include "tavi/geometry/allocationtree.h"
 #include "tavi/geometry/boxtree.h"
-#include "tavi/kxt/stream.h"
 #include "tavi/kxt/utf.h"
 #include "tavi/math/mathnode.h"
 #include "tavi/math/templates/mathoverlaytemplateinfo.h"
@@ -29,34 +26,13 @@ using namespace TaviTest;
 
 std::string const setup_path = std::string(TAVI_SOURCE_DIR) + "/data/mathsetup.xml";
 
-std::string read_text(std::string const &path)
-{
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream out;
-    out << in.rdbuf();
-    return out.str();
-}
-
 wstring wide(std::string const &s) { return Kxt::to_ustring(s); }
 std::string narrow(wchar const *text) { return Kxt::to_string(text); }
-
-// A table of no scene with the default setup read into it.
-struct SetupTable
-{
-    SetupTable() : table(nullptr)
-    {
-        std::string const text = read_text(setup_path);
-        Kxt::KTmemoryStream stream(text.data(), text.size());
-        read = !text.empty() && table.init(stream);
-    }
-    TemplateTable table;
-    bool read = false;
-};
 
 // The type names that the file's content elements define, in file order.
 std::vector<std::string> defined_names()
 {
-    std::string const text = read_text(setup_path);
+    std::string const text = read_file(setup_path);
     std::string const tag = "<content id=\"";
     std::vector<std::string> names;
     for (std::size_t at = text.find(tag); at != std::string::npos; at = text.find(tag, at + 1)) {
@@ -131,23 +107,23 @@ TEST(DefaultSetup, EveryTemplateTypesets)
     };
     Grid const grids[] = {{u"matrix", 6}, {u"determinant", 6}, {u"array", 6},
                           {u"vector", 2}, {u"piecewise", 4},   {u"system", 4}};
-    SetupTable s;
-    ASSERT_TRUE(s.read);
-    std::vector<std::string> const walked = walk(s.table);
+    TemplateTable table(nullptr);
+    ASSERT_TRUE(read_default_setup(table));
+    std::vector<std::string> const walked = walk(table);
     std::set<std::string> const known(walked.begin(), walked.end());
     EXPECT_EQ(known.size(), walked.size()) << "a type name stands twice";
     for (char const *name : {"seq", "times", "power", "apply", "fenced", "missingTemplate", "divide", "root", "sum",
                              "int", "limit", "sin", "matrix", "piecewise", "dot_accent"})
         EXPECT_EQ(1u, known.count(name)) << name;
     // The stand-in for unknown kinds is for the reader only.
-    EXPECT_FALSE(s.table.get_template(u"missingTemplate")->can_enter());
+    EXPECT_FALSE(table.get_template(u"missingTemplate")->can_enter());
     std::vector<std::string> const names = defined_names();
     EXPECT_GE(names.size(), 60u);
     MathFixture f;
     for (std::string const &name : names) {
         SCOPED_TRACE(name);
         EXPECT_EQ(1u, known.count(name));
-        MathTemplate *t = s.table.get_template(wide(name).c_str());
+        MathTemplate *t = table.get_template(wide(name).c_str());
         ASSERT_NE(nullptr, t);
         Grid const *grid = nullptr;
         for (Grid const &g : grids)
@@ -192,13 +168,13 @@ TEST(DefaultSetup, ParenthesesFollowPriorities)
         {u"eq", u"eq", 1},            {u"and", u"or", 1},               {u"or", u"and", 0},
         {u"sum", u"plus", 1},         {u"times", u"sum", 0},            {u"plusminus", u"negate", 0},
     };
-    SetupTable s;
-    ASSERT_TRUE(s.read);
+    TemplateTable table(nullptr);
+    ASSERT_TRUE(read_default_setup(table));
     MathFixture f;
     for (Case const &c : cases) {
         SCOPED_TRACE(narrow(c.outer) + " over " + narrow(c.inner));
-        MathTemplate *outer = s.table.get_template(c.outer);
-        MathTemplate *inner = s.table.get_template(c.inner);
+        MathTemplate *outer = table.get_template(c.outer);
+        MathTemplate *inner = table.get_template(c.inner);
         ASSERT_NE(nullptr, outer);
         ASSERT_NE(nullptr, inner);
         Held<MathNode> node(outer->create_edit_node());
