@@ -108,38 +108,32 @@ TEST(QtEpsCanvas, MatchFontLandsOnOneOfThreeFamilies)
     EXPECT_EQ(name_of(canvas.gauge()->font()), "Times New Roman");
 }
 
-TEST(QtSvgCanvas, SampleDrawingRendersWithRsvg)
+// The sample drawing written by each writer and rendered for real at 72 dpi, one pixel a point, so
+// that the 400 by 300 point page is 400 by 300 pixels.
+template <class C>
+std::string sample_file()
 {
     std::ostringstream out;
     {
-        Qt_SVG_Canvas canvas(out, sample_page);
+        C canvas(out, sample_page);
         canvas.put_header("tavi tests");
         TaviTest::draw_sample(canvas);
         canvas.put_footer();
     }
-    std::string const svg = out.str();
-
-    // 72 dpi: one pixel a point, so the 400 by 300 point page is 400 by 300 pixels.
-    QImage const image = TaviTest::render_svg(svg, "qt", "sample");
-    ASSERT_EQ(image.width(), 400);
-    ASSERT_EQ(image.height(), 300);
-    TaviTest::expect_sample_ink(image, TaviTest::Surface::svg, "svg");
+    return out.str();
 }
 
-TEST(QtEpsCanvas, SampleDrawingRendersInGhostscript)
+TEST(QtVectorCanvas, SampleDrawingRendersWithRsvgAndGhostscript)
 {
-    std::ostringstream out;
-    {
-        Qt_EPS_Canvas canvas(out, sample_page);
-        canvas.put_header("tavi tests");
-        TaviTest::draw_sample(canvas);
-        canvas.put_footer();
-    }
-    std::string const eps = out.str();
+    std::string const eps = sample_file<Qt_EPS_Canvas>();
     EXPECT_EQ(eps.rfind("%!PS-Adobe-2.0 EPSF-2.0\n%%BoundingBox: 0 0 400 300\n", 0), 0u);
-
-    QImage const image = TaviTest::render_eps(eps, "qt", "sample");
-    ASSERT_EQ(image.width(), 400);
-    ASSERT_EQ(image.height(), 300);
-    TaviTest::expect_sample_ink(image, TaviTest::Surface::eps, "eps");
+    QImage const images[] = {TaviTest::render_svg(sample_file<Qt_SVG_Canvas>(), "qt", "sample"),
+                             TaviTest::render_eps(eps, "qt", "sample")};
+    for (TaviTest::Surface surface : {TaviTest::Surface::svg, TaviTest::Surface::eps}) {
+        QImage const &image = images[surface == TaviTest::Surface::svg ? 0 : 1];
+        char const *what = surface == TaviTest::Surface::svg ? "svg" : "eps";
+        ASSERT_EQ(image.width(), 400) << what;
+        ASSERT_EQ(image.height(), 300) << what;
+        TaviTest::expect_sample_ink(image, surface, what);
+    }
 }

@@ -1,18 +1,14 @@
-// MathLayout and MathPolyLayout: the innermost-first neighbour search of the generic composite, and
-// the child list's ownership.
+// MathLayout: the innermost-first neighbour search of the generic composite. (MathPolyLayout's child
+// list is PolyGlyph's, tested with the glyph containers.)
 #include "math/layout/layout_probe.h"
 #include "support/math_fixture.h"
 #include "tavi/math/layout/mathpolylayout.h"
 
 #include <gtest/gtest.h>
 
-#include <memory>
-#include <stdexcept>
-
 using namespace Tavi;
 using LayoutTest::Journal;
 using LayoutTest::LayoutProbe;
-
 using TaviTest::Held;
 
 TEST(MathLayout, NeighbourSearchAsksTheInnermostLayoutFirst)
@@ -51,27 +47,4 @@ TEST(MathLayout, NeighbourSearchAsksTheInnermostLayoutFirst)
         EXPECT_EQ(result, c.to) << c.from << " key " << c.key;
         EXPECT_EQ(journal, c.asked) << c.from << " key " << c.key;
     }
-}
-
-TEST(MathPolyLayout, HoldsEachChildWithOneReference)
-{
-    int deaths = 0;
-    auto *shared = new LayoutProbe("shared", nullptr, &deaths);
-    shared->ref();
-    {
-        auto *poly = new MathPolyLayout(2);
-        Held<MathLayout> held(poly);
-        auto *own = new LayoutProbe("own", nullptr, &deaths);
-        poly->append(own);
-        poly->prepend(shared);
-        EXPECT_EQ(poly->child(0), shared);
-        EXPECT_EQ(shared->ref_count(), 2);
-        EXPECT_THROW(poly->child(2), std::out_of_range);
-    }
-    // The composite took its child with it, and let go of the shared one, which is still held.
-    EXPECT_EQ(deaths, 1);
-    EXPECT_EQ(shared->ref_count(), 1);
-    EXPECT_EQ(shared->parent(), nullptr);
-    shared->unref();
-    EXPECT_EQ(deaths, 2);
 }
