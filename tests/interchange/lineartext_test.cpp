@@ -3,16 +3,13 @@
 // kind without a pattern of its own.
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <initializer_list>
-#include <sstream>
 #include <string>
 
 #include "interchange/content_test_util.h"
 #include "support/math_fixture.h"
 #include "tavi/interchange/content.h"
 #include "tavi/interchange/lineartext.h"
-#include "tavi/kxt/stream.h"
 #include "tavi/kxt/utf.h"
 #include "tavi/math/mathrootnode.h"
 #include "tavi/math/templates/templatetable.h"
@@ -26,12 +23,7 @@ struct SetupTable
 {
     SetupTable() : table(nullptr)
     {
-        std::ifstream in(std::string(TAVI_SOURCE_DIR) + "/data/mathsetup.xml", std::ios::binary);
-        std::ostringstream text;
-        text << in.rdbuf();
-        std::string const setup = text.str();
-        Kxt::KTmemoryStream stream(setup.data(), setup.size());
-        read = table.init(stream);
+        read = read_default_setup(table);
         // A kind that the linear text has no pattern for.
         table.add_template(plain_template(&table, u"gcd"));
     }
