@@ -91,7 +91,7 @@ TEST(Examples, ReadWriteReadAndTypeset)
     MathFixture f;
     for (auto const &file : files) {
         SCOPED_TRACE(file.filename().string());
-        Read const first = read_formula(table, read_file(file.string()));
+        Read const first = read_formula(table, read_whole_file(file.string()));
         ASSERT_NE(nullptr, first.top()) << first.complaints;
         EXPECT_EQ("", first.complaints);
         std::vector<std::string> a, b;
@@ -128,7 +128,7 @@ TEST(Examples, NamedCharactersKeepTheirClasses)
     ASSERT_TRUE(read_default_setup(table));
     for (auto const &c : cases) {
         SCOPED_TRACE(c.first);
-        Read const r = read_formula(table, read_file(source_dir + "/data/examples/" + c.first));
+        Read const r = read_formula(table, read_whole_file(source_dir + "/data/examples/" + c.first));
         ASSERT_NE(nullptr, r.top()) << r.complaints;
         std::vector<std::pair<int, int>> found;
         characters(r.top(), found);
@@ -143,7 +143,7 @@ TEST(Examples, EachCarriesItsTeX)
 {
     for (auto const &file : examples()) {
         SCOPED_TRACE(file.filename().string());
-        std::string const text = read_file(file.string());
+        std::string const text = read_whole_file(file.string());
         std::size_t const open = text.find("<!--");
         std::size_t const math = text.find("<math");
         ASSERT_NE(std::string::npos, open);

@@ -34,15 +34,6 @@ using TaviTest::RecordingCanvas;
 long const indent = 10;
 long const margin = 10 + 2 * 5;  // "m" for the caret, and 2 ex of display style
 
-class SumScene : public GlyphScene, public MathStyleSource
-{
-public:
-    Glyph *glyph() override { return root; }
-    MathStyle *math_style() override { return &style; }
-    Glyph *root = nullptr;
-    MathStyle style;
-};
-
 // The sum of `count` terms; term k is made by `term`.
 template <class Term>
 MathNode *sum_of(TemplateTable &table, int count, Term term)
@@ -81,7 +72,7 @@ struct Wrapped
         }
     }
     RecordingCanvas canvas;
-    SumScene scene;
+    TaviTest::StyledScene scene;
     Held<MathRootNode> root;
     Box box;
     std::vector<BoxTree const *> atoms;

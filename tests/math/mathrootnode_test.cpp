@@ -23,19 +23,6 @@ using namespace TaviTest;
 using LayoutTest::Journal;
 using LayoutTest::LayoutProbe;
 
-// A scene that shows one root in the style it owns: the default style, text at 240 twips, so on the
-// recording canvas "m" is 10 wide and the text line 8 up and 2 down.
-class FormulaScene : public GlyphScene, public MathStyleSource
-{
-public:
-    Glyph *glyph() override { return root; }
-    MathStyle *math_style() override { return &style; }
-    bool read_only() const override { return locked; }
-    Glyph *root = nullptr;
-    MathStyle style;
-    bool locked = false;
-};
-
 // A glyph above the root that belongs to a scene and has a read-only answer of its own.
 class Holder : public Glyph
 {
@@ -72,7 +59,7 @@ std::size_t count_of(Journal const &journal, std::string const &prefix)
 TEST(MathRootNode, OneTreePerWidthWithRoomForTheCaretAndATextLine)
 {
     RecordingCanvas canvas;
-    FormulaScene scene;
+    StyledScene scene;
     // The box is at least the text line (8, 2) high; the width is the formula's own.
     ProbeFormula deep(5, 1, 6);
     GlyphContext deep_context(&scene, nullptr, &canvas, deep.root.get());
@@ -109,7 +96,7 @@ TEST(MathRootNode, OneTreePerWidthWithRoomForTheCaretAndATextLine)
 TEST(MathRootNode, TheSceneRepaintsFromTheCacheUntilAnEdit)
 {
     RecordingCanvas canvas;
-    FormulaScene scene;
+    StyledScene scene;
     ASSERT_TRUE(scene.style.set_boolean(MathStyle::a_wrap_lines, false));
     ProbeFormula x(30, 3, 1);
     scene.root = x.root.get();
@@ -158,7 +145,7 @@ TEST(MathRootNode, ReadOnlyRules)
         {false, false, false, true, true},
     };
     for (Case const &c : cases) {
-        FormulaScene scene;
+        StyledScene scene;
         scene.locked = c.scene_locked;
         Holder holder;
         holder.scene_ = &scene;

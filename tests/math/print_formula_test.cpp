@@ -25,15 +25,6 @@ namespace {
 using namespace Tavi;
 using TaviTest::Held;
 
-class FormulaScene : public GlyphScene, public MathStyleSource
-{
-public:
-    Glyph *glyph() override { return root; }
-    MathStyle *math_style() override { return &style; }
-    Glyph *root = nullptr;
-    MathStyle style;
-};
-
 // x² + 1, entered as a sum whose first term is a superscript.
 MathNode *x_squared_plus_one(TemplateTable &table)
 {
@@ -61,7 +52,7 @@ struct PrintHost
 
     TemplateTable table{nullptr};
     Held<MathRootNode> root;
-    FormulaScene scene;
+    TaviTest::StyledScene scene;
     RenderSceneImp scene_imp;
     RenderViewImp view_imp;
     GlyphView view;

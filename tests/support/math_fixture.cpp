@@ -22,7 +22,7 @@ namespace TaviTest {
 
 using namespace Tavi;
 
-std::string read_file(std::string const &path)
+std::string read_whole_file(std::string const &path)
 {
     std::ifstream in(path, std::ios::binary);
     std::ostringstream out;
@@ -32,7 +32,7 @@ std::string read_file(std::string const &path)
 
 bool read_default_setup(TemplateTable &table)
 {
-    std::string const text = read_file(TAVI_SOURCE_DIR "/data/mathsetup.xml");
+    std::string const text = read_whole_file(TAVI_SOURCE_DIR "/data/mathsetup.xml");
     Kxt::KTmemoryStream stream(text.data(), text.size());
     return !text.empty() && table.init(stream);
 }

@@ -16,9 +16,12 @@
 #include "tavi/geometry/allocationtree.h"
 #include "tavi/geometry/boxtree.h"
 #include "tavi/glyph/glyphcontext.h"
+#include "tavi/glyph/glyphscene.h"
 #include "tavi/kxt/wchar.h"
 #include "tavi/math/mathinfo.h"
 #include "tavi/math/mathnodecontext.h"
+#include "tavi/math/mathrootnode.h"
+#include "tavi/math/mathstyle.h"
 #include "tavi/math/templates/mathtemplate.h"
 
 namespace Tavi {
@@ -30,7 +33,7 @@ class TemplateTable;
 namespace TaviTest {
 
 // The whole of a file; empty if it cannot be read.
-std::string read_file(std::string const &path);
+std::string read_whole_file(std::string const &path);
 // The source tree's default setup file, data/mathsetup.xml, read into the table; false on any fault.
 bool read_default_setup(Tavi::TemplateTable &table);
 
@@ -46,6 +49,19 @@ struct MathFixture
     RecordingCanvas canvas;
     Tavi::GlyphContext glyph_context;
     Tavi::MathNodeContext context;
+};
+
+// A scene that shows one formula root in the style it owns (the default style unless changed), and
+// says whether it is read-only.
+class StyledScene : public Tavi::GlyphScene, public Tavi::MathStyleSource
+{
+public:
+    Tavi::Glyph *glyph() override { return root; }
+    Tavi::MathStyle *math_style() override { return &style; }
+    bool read_only() const override { return locked; }
+    Tavi::Glyph *root = nullptr;
+    Tavi::MathStyle style;
+    bool locked = false;
 };
 
 // Holds one reference on a reference-counted object for its own life, as a parent would.

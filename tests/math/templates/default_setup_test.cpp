@@ -32,7 +32,7 @@ std::string narrow(wchar const *text) { return Kxt::to_string(text); }
 // The type names that the file's content elements define, in file order.
 std::vector<std::string> defined_names()
 {
-    std::string const text = read_file(setup_path);
+    std::string const text = read_whole_file(setup_path);
     std::string const tag = "<content id=\"";
     std::vector<std::string> names;
     for (std::size_t at = text.find(tag); at != std::string::npos; at = text.find(tag, at + 1)) {
