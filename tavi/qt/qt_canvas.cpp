@@ -502,10 +502,25 @@ QPen Qt_Canvas::qpen(Pen const &pen)
                 Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
 }
 
-Qt_Canvas::PenInForce::PenInForce(Qt_Canvas &canvas, Pen const &pen)
-    : canvas_(canvas), painter_pen_(canvas.painter_->pen()), pen_(canvas.pen_)
+// An exclusive-or pen strokes white with the source-xor-destination raster operation: every pixel
+// under it turns to its inverse, so that the stroke shows on any background and a second stroke
+// would take it away again.
+void Qt_Canvas::apply_pen(Pen const &pen)
 {
-    canvas_.painter_->setPen(qpen(pen));
+    if (pen.exclusive_or()) {
+        painter_->setPen(qpen(Pen(pen.width(), Color::white, pen.style())));
+        painter_->setCompositionMode(QPainter::RasterOp_SourceXorDestination);
+    } else {
+        painter_->setPen(qpen(pen));
+        painter_->setCompositionMode(QPainter::CompositionMode_SourceOver);
+    }
+}
+
+Qt_Canvas::PenInForce::PenInForce(Qt_Canvas &canvas, Pen const &pen)
+    : canvas_(canvas), painter_pen_(canvas.painter_->pen()), mode_(canvas.painter_->compositionMode()),
+      pen_(canvas.pen_)
+{
+    canvas_.apply_pen(pen);
     canvas_.pen_ = pen;
 }
 
@@ -513,6 +528,7 @@ Qt_Canvas::PenInForce::~PenInForce()
 {
     canvas_.pen_ = pen_;
     canvas_.painter_->setPen(painter_pen_);
+    canvas_.painter_->setCompositionMode(mode_);
 }
 
 Qt_Canvas::FillInForce::FillInForce(QPainter *painter)
@@ -550,7 +566,7 @@ void Qt_Canvas::pen(Pen const &pen, bool restart)
         reset_dash_phase();
     if (pen == pen_)
         return;
-    painter_->setPen(qpen(pen));
+    apply_pen(pen);
     pen_ = pen;
 }
 

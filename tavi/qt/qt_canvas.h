@@ -13,6 +13,7 @@
 #include "tavi/geometry/rect.h"
 #include "tavi/kxt/wchar.h"
 
+#include <QPainter>
 #include <QPen>
 #include <QString>
 
@@ -213,6 +214,8 @@ private:
     void paint_text(wchar const *chars, long count, QPointF const &at, bool in_parts);
     // The pen the painter gets for a Pen: always solid, since dashes are cut here.
     static QPen qpen(Pen const &pen);
+    // Sets the painter's pen, and its composition mode for an exclusive-or pen.
+    void apply_pen(Pen const &pen);
 
     // The shapes that take a pen of their own draw with it in place of the current one, on the canvas
     // and on the painter alike, and give both back when the scope ends.
@@ -227,6 +230,7 @@ private:
     private:
         Qt_Canvas &canvas_;
         QPen painter_pen_;
+        QPainter::CompositionMode mode_;
         Pen pen_;
     };
     // Interiors are filled with no pen, so that no outline is stroked round them, and with the given

@@ -19,8 +19,9 @@ namespace {
 wchar const quote_mark[] = u"\"";
 wchar const line_mark[] = u"\\";
 
-// The pen of the text caret: the thinnest solid line.
-Pen const caret_pen(0, Color::black, Pen::solid);
+// The pen of the text caret: the thinnest solid line, inverting what lies under it so that it shows
+// on the highlight as on the paper.
+Pen const caret_pen(0, Color::black, Pen::solid, true);
 
 // Ink and bearings of a run of characters in the font selected on the gauge.
 struct Ink
