@@ -32,6 +32,8 @@ public:
     View *view() const { return view_; }
     Gauge *gauge() const { return gauge_; }
     Canvas *canvas() const { return canvas_; }
+    // Draws (and measures) on another canvas from now on.
+    void canvas(Canvas *canvas);
 
 private:
     Scene *scene_;

@@ -3,10 +3,13 @@
 #include "tavi/math/mathnode.h"
 
 #include <memory>
+#include <vector>
 
 #include "tavi/canvas/brush.h"
 #include "tavi/canvas/canvas.h"
 #include "tavi/canvas/pen.h"
+#include "tavi/editing/mathselection.h"
+#include "tavi/editing/nodelocator.h"
 #include "tavi/geometry/allocationtree.h"
 #include "tavi/geometry/boxtree.h"
 #include "tavi/geometry/extension.h"
@@ -113,11 +116,19 @@ bool MathNode::view_has_focus(GlyphContext const &context)
     return view != nullptr && view->focus();
 }
 
-// The selection's path is not readable from here yet: every path ends at the node asked.
-bool MathNode::path_entry(MathSelection const *, std::size_t, long &) { return false; }
+bool MathNode::path_entry(MathSelection const *selection, std::size_t depth, long &index)
+{
+    if (selection == nullptr || depth >= selection->path_length())
+        return false;
+    index = selection->path_at(depth);
+    return true;
+}
 
-// Nothing to record until the selection keeps a path.
-void MathNode::enter_child(MathSelection *, long) {}
+void MathNode::enter_child(MathSelection *selection, long index)
+{
+    if (selection != nullptr)
+        selection->path_push_back(index);
+}
 
 // ---- Glyph protocol ----
 
@@ -139,6 +150,10 @@ void MathNode::draw(GlyphContext &context, AllocationTree const &allocation)
     if (math == nullptr || canvas == nullptr || templ_ == nullptr || allocation.boxtree() == nullptr)
         return;
 
+    // A walk that only locates nodes decides for itself where it goes.
+    if (auto *locator = dynamic_cast<NodeLocator *>(canvas))
+        if (!locator->visit(this, *math, allocation))
+            return;
     std::unique_ptr<AllocationTree> tree(allocate(context, allocation));
     if (tree == nullptr || !canvas->damaged(Extension(canvas, *tree)))
         return;
@@ -161,10 +176,15 @@ void MathNode::draw(GlyphContext &context, AllocationTree const &allocation)
         }
     }
 
+    // The selected atom shows its text caret; everything inside a selected expression has none.
+    long const was_caret = math->caret_pos();
+    if (selected_)
+        math->caret_pos(caret_pos());
     {
         AsMathNode scope(*math, this);
         templ_->draw(*math, allocation);
     }
+    math->caret_pos(was_caret);
     math->in_selection(was_in_selection);
 }
 
@@ -180,29 +200,48 @@ wchar const *MathNode::type_name() const { return templ_ ? templ_->type_name() :
 
 wchar const *MathNode::content_type_name() const { return type_name(); }
 
+// Placed boxes do not remember their nodes: the locator walks the road of drawing to find the deepest
+// node under the point, with the context set on the way as for drawing (script sizes, slant), so that
+// an atom found there places its caret right. The path from this node down to it goes to the
+// selection.
 bool MathNode::pick(MathSelection *selection, MathNodeContext &context, AllocationTree const &allocation, Point point)
 {
-    if (templ_ == nullptr)
+    MathNode *found = NodeLocator::node_at(this, context, allocation, point);
+    if (found == nullptr || found == this)
         return false;
-    AsMathNode scope(context, this);
-    for (long i = 0; i < count(); ++i) {
-        std::unique_ptr<AllocationTree> at(allocate(i, context, allocation));
-        if (at != nullptr && at->boxtree() != nullptr && at->contains(point)) {
-            enter_child(selection, i);
-            return templ_->pick(i, selection, context, allocation, point);
-        }
+    std::vector<long> path;
+    for (MathNode *n = found; n != this;) {
+        MathNode *parent = dynamic_cast<MathNode *>(n->parent());
+        if (parent == nullptr)
+            return false;
+        long index = 0;
+        while (index < parent->count() && parent->child(static_cast<int>(index)) != n)
+            ++index;
+        path.push_back(index);
+        n = parent;
     }
-    return false;
+    for (auto it = path.rbegin(); it != path.rend(); ++it)
+        enter_child(selection, *it);
+    return true;
 }
 
+// The selected node is found by the path from this node's depth on, and its place by the locator.
 AllocationTree *MathNode::allocate_selection(MathSelection *selection, std::size_t depth, MathNodeContext &context,
                                              AllocationTree const &allocation)
 {
+    MathNode *target = this;
     long index = 0;
-    if (templ_ == nullptr || !path_entry(selection, depth, index))
+    for (std::size_t d = depth; path_entry(selection, d, index); ++d) {
+        if (index < 0 || index >= target->count())
+            break;
+        target = target->child(static_cast<int>(index));
+    }
+    if (target == this)
         return Glyph::allocate(context, allocation);
-    AsMathNode scope(context, this);
-    return templ_->allocate_selection(index, selection, depth + 1, context, allocation);
+    AllocationTree place;
+    if (!NodeLocator::place_of(this, context, allocation, target, place))
+        return Glyph::allocate(context, allocation);
+    return new AllocationTree(place);
 }
 
 bool MathNode::is_equal(MathNode *other)

@@ -23,6 +23,7 @@ class MathInfo;
 class MathNodeContext;
 class MathSelection;
 class MathString;
+class TemplateTable;
 
 class MathNode : public Glyph
 {
@@ -114,6 +115,13 @@ public:
     // Every attribute as key="value", each followed by a comma; empty without attributes. For display
     // and comparison: nothing is escaped.
     wstring attribute_string();
+
+    // Whether the clipboard offers something a node can be made from: the content format or text.
+    static bool is_on_clipboard();
+    // A node made from the clipboard with the templates of `table`, holding one reference that the
+    // caller gives back; null when the clipboard offers nothing usable. The content format wins
+    // over text; text becomes a number, an identifier or else a string.
+    static MathNode *get_from_clipboard(TemplateTable &table);
 
 protected:
     // Called after every change of the content; nothing to do here.

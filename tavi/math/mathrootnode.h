@@ -71,6 +71,8 @@ public:
     // A read-only scene wins; then the root's own setting; then the parent's answer.
     bool read_only() const override;
     void read_only(bool on);
+    // The root's own setting, whatever the scene or the parent say.
+    bool own_read_only() const { return has_read_only_ && read_only_; }
     bool inherit_read_only() const { return !has_read_only_; }
     void inherit_read_only(bool on) { has_read_only_ = !on; }
 

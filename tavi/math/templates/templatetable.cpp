@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "tavi/editing/matheditscene.h"
 #include "tavi/glyph/input.h"
 #include "tavi/math/layout/layoutbigop.h"
 #include "tavi/math/layout/layoutbraceop.h"
@@ -225,7 +226,10 @@ void TemplateTable::get_next_template_info(MathOverlayTemplateInfo &info, Templa
 }
 
 // The scene class that knows the answer (it asks the user) is not part of this library yet.
-bool TemplateTable::query_array_dimensions(std::size_t &, std::size_t &, wchar const *) { return false; }
+bool TemplateTable::query_array_dimensions(std::size_t &rows, std::size_t &cols, wchar const *keyword)
+{
+    return scene_ != nullptr && scene_->query_array_dimensions(rows, cols, keyword);
+}
 
 void TemplateTable::add_template(MathTemplate *templ)
 {
