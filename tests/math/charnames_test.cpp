@@ -3,6 +3,7 @@
 // unknown and over-long names are refused; the index is built once even when several threads ask
 // for it first.
 #include "tavi/math/charnames.h"
+#include "tavi/kxt/utf.h"
 
 #include <gtest/gtest.h>
 
@@ -72,16 +73,6 @@ std::vector<std::string> all_names()
     return names;
 }
 
-wstring widen(std::string const &s)
-{
-    return wstring(s.begin(), s.end());
-}
-
-std::string narrow(wstring const &s)
-{
-    return std::string(s.begin(), s.end());
-}
-
 // The names of the text table, with their texts: every other name is one character.
 std::map<std::string, std::pair<int, wstring>> const text_names = {
     {"ApplyFunction", {1, u""}},   {"InvisibleComma", {1, u""}}, {"InvisibleTimes", {1, u""}},
@@ -120,7 +111,7 @@ CodeCase const code_cases[] = {
 NamedChar find_or_fail(std::string const &name)
 {
     NamedChar found{MathString::f_upright, nullptr, 0};
-    wstring wide = widen(name);
+    wstring wide = Kxt::to_ustring(name);
     EXPECT_TRUE(CharNames::find(wide.c_str(), found)) << name;
     return found;
 }
@@ -185,7 +176,7 @@ TEST(CharNames, EachFamilyWritesOneNameThatReadsBack)
         ASSERT_GE(written.size(), 3u) << family.first.first << "/" << family.first.second;
         ASSERT_EQ(written.front(), u'&');
         ASSERT_EQ(written.back(), u';');
-        std::string preferred = narrow(written.substr(1, written.size() - 2));
+        std::string preferred = Kxt::to_string(written.substr(1, written.size() - 2));
         // The written name is one of the family, and it and every alias read back the same code.
         EXPECT_EQ(family.second.count(preferred), 1u) << preferred;
         NamedChar back = find_or_fail(preferred);
@@ -215,7 +206,7 @@ TEST(CharNames, UnknownAndOverlongNamesAreRefused)
     };
     for (wstring const &name : refused) {
         NamedChar found{MathString::f_upright, nullptr, 7};
-        EXPECT_FALSE(CharNames::find(name.data(), name.size(), found)) << narrow(name);
+        EXPECT_FALSE(CharNames::find(name.data(), name.size(), found)) << Kxt::to_string(name);
         EXPECT_EQ(found.text, nullptr);
         EXPECT_EQ(found.length, 7u);
     }

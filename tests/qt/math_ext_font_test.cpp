@@ -4,6 +4,7 @@
 #include "font_drawing.h"
 
 #include "support/external_tools.h"
+#include "tavi/kxt/utf.h"
 #include "tavi/geometry/allocationtree.h"
 #include "tavi/math/layout/extension_codes.h"
 #include "tavi/math/layout/layoutbraceop.h"
@@ -42,14 +43,6 @@ wchar const *const fence_texts[] = {
     u"&RightFloor;", u"&Sqrt;",
 };
 wchar const *const stack_texts[] = {u"|", u"&Verbar;"};
-
-std::string narrow(wchar const *text)
-{
-    std::string out;
-    for (; *text != 0; ++text)
-        out += char(*text);
-    return out;
-}
 
 QRawFont ext_font(double pixel_size)
 {
@@ -111,7 +104,7 @@ TEST(MathExtFont, GlyphsHaveTheDepthsTheLayoutsExpect)
         for (Piece const &piece : pieces) {
             QRectF const r = ink(raw, piece.code);
             double const cell = piece.height * D / 30;
-            SCOPED_TRACE(narrow(text) + " piece " + std::to_string(piece.code));
+            SCOPED_TRACE(Kxt::to_string(text) + " piece " + std::to_string(piece.code));
             EXPECT_LE(r.top(), 0.0);      // reaches the top of its cell
             EXPECT_GE(r.top(), -50.0);    // and not much beyond
             EXPECT_NEAR(r.bottom(), cell, 20);
@@ -124,7 +117,7 @@ TEST(MathExtFont, GlyphsHaveTheDepthsTheLayoutsExpect)
 
     // A stacked bar repeats its glyph every 6/30 of D, 600: each copy must reach the next.
     for (wchar const *text : stack_texts)
-        EXPECT_GE(ink(raw, Codes::stack_codes(text)->stack).bottom(), 600.0) << narrow(text);
+        EXPECT_GE(ink(raw, Codes::stack_codes(text)->stack).bottom(), 600.0) << Kxt::to_string(text);
 
     int const sizes[] = {12, 18, 24, 30};
     for (wchar const *text : big_texts) {
@@ -132,13 +125,13 @@ TEST(MathExtFont, GlyphsHaveTheDepthsTheLayoutsExpect)
         for (int k = 0; k < 4; ++k) {
             QRectF const r = ink(raw, row->big[k]);
             double const depth = sizes[k] * D / 30;
-            SCOPED_TRACE(narrow(text) + " size " + std::to_string(k + 1));
+            SCOPED_TRACE(Kxt::to_string(text) + " size " + std::to_string(k + 1));
             EXPECT_NEAR(r.top(), 0.0, 2.0);  // hangs from the baseline
             EXPECT_NEAR(r.bottom(), depth, 2.0);
         }
         QRectF const r = ink(raw, row->normal);
-        EXPECT_GE(r.top(), -810.0) << narrow(text);
-        EXPECT_LE(r.bottom(), 260.0) << narrow(text);
+        EXPECT_GE(r.top(), -810.0) << Kxt::to_string(text);
+        EXPECT_LE(r.bottom(), 260.0) << Kxt::to_string(text);
     }
 
     // The codes whose depth is not pinned above are in the font: the display operators at both
@@ -146,7 +139,7 @@ TEST(MathExtFont, GlyphsHaveTheDepthsTheLayoutsExpect)
     std::vector<wchar> codes = {Codes::char_codes(u"&SmallCircle;")->normal};
     for (wchar const *text : display_texts) {
         Codes::DisplayCodes const *row = Codes::display_codes(text);
-        ASSERT_NE(row, nullptr) << narrow(text);
+        ASSERT_NE(row, nullptr) << Kxt::to_string(text);
         codes.insert(codes.end(), {row->normal, row->display});
     }
     for (wchar const *text : big_texts)

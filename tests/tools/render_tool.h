@@ -6,18 +6,15 @@
 
 #include <QImage>
 
+#include "support/external_tools.h"
+
 #include <string>
 #include <vector>
 
 namespace TaviTest {
 
-struct RenderRun
-{
-    bool started = false;   // the program ran to its end in the time allowed
-    int exit_code = -1;
-    std::string output;     // standard output
-    std::string errors;     // standard error
-};
+// What the run gave: started, exit status, standard output and error (see external_tools.h).
+using RenderRun = ToolRun;
 
 // Runs tavi-render with the arguments, feeding `input` to its standard input.
 RenderRun run_render(std::vector<std::string> const &arguments, std::string const &input = std::string());

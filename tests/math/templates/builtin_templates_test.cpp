@@ -2,6 +2,7 @@
 // sums, the placeholders an entered node starts with, and the sign a sum draws before each term. (The
 // node classes show in the writer's elements, the priorities in the default setup's parentheses.)
 #include "support/math_fixture.h"
+#include "tavi/kxt/utf.h"
 #include "tavi/geometry/allocationtree.h"
 #include "tavi/geometry/boxtree.h"
 #include "tavi/math/layout/layoutfixedplaceholder.h"
@@ -30,14 +31,6 @@ using TaviTest::MathFixture;
 
 namespace {
 
-std::string narrow(wchar const *text)
-{
-    std::string out;
-    for (; text && *text; ++text)
-        out += static_cast<char>(*text);
-    return out;
-}
-
 std::type_index kind(void const *p, std::type_info const &t) { return p ? std::type_index(t) : typeid(void); }
 #define KIND(p) kind((p), (p) ? typeid(*(p)) : typeid(void))
 
@@ -63,7 +56,7 @@ TEST(BuiltinTemplates, AccentsSetTheirMarkWithTheBase)
     };
     TemplateTable table(nullptr);
     for (Case const &c : cases) {
-        SCOPED_TRACE(narrow(c.name));
+        SCOPED_TRACE(Kxt::to_string(c.name));
         auto *t = dynamic_cast<AccentTemplate *>(table.get_template(c.name));
         ASSERT_NE(nullptr, t);
         EXPECT_EQ(std::u16string(c.mark), t->cat_text());
@@ -100,7 +93,7 @@ TEST(BuiltinTemplates, DifferenceAndNegationAreEnteredAsSums)
         std::vector<bool> plus;
     };
     for (Case const &c : {Case{u"minus", 2, {true, false}}, Case{u"negate", 1, {false}}}) {
-        SCOPED_TRACE(narrow(c.name));
+        SCOPED_TRACE(Kxt::to_string(c.name));
         Held<MathNode> node(table.get_template(c.name)->create_edit_node());
         auto *sum = dynamic_cast<MathPlusNode *>(node.get());
         ASSERT_NE(nullptr, sum);
@@ -122,7 +115,7 @@ TEST(BuiltinTemplates, EnteringATemplateFillsItsOperandsWithPlaceholders)
         MathTemplate *t = table.template_at(i);
         if (t == nullptr)
             continue;
-        SCOPED_TRACE(narrow(t->type_name()));
+        SCOPED_TRACE(Kxt::to_string(t->type_name()));
         Held<MathNode> fresh(t->create_node());
         Held<MathNode> entered(t->create_edit_node());
         ASSERT_NE(nullptr, entered.get());

@@ -27,7 +27,6 @@ using namespace TaviTest;
 std::string const setup_path = std::string(TAVI_SOURCE_DIR) + "/data/mathsetup.xml";
 
 wstring wide(std::string const &s) { return Kxt::to_ustring(s); }
-std::string narrow(wchar const *text) { return Kxt::to_string(text); }
 
 // The type names that the file's content elements define, in file order.
 std::vector<std::string> defined_names()
@@ -49,7 +48,7 @@ std::vector<std::string> walk(TemplateTable const &table)
     MathOverlayTemplateInfo info;
     for (TemplatePosition *p = table.get_first_template_info_position(); p != nullptr;) {
         table.get_next_template_info(info, p);
-        names.push_back(narrow(info.name));
+        names.push_back(Kxt::to_string(info.name));
     }
     return names;
 }
@@ -127,7 +126,7 @@ TEST(DefaultSetup, EveryTemplateTypesets)
         ASSERT_NE(nullptr, t);
         Grid const *grid = nullptr;
         for (Grid const &g : grids)
-            if (narrow(g.name) == name)
+            if (Kxt::to_string(g.name) == name)
                 grid = &g;
         Held<MathNode> node(grid ? t->create_tabular_edit_node(2, 3) : t->create_edit_node());
         ASSERT_NE(nullptr, node.get());
@@ -172,7 +171,7 @@ TEST(DefaultSetup, ParenthesesFollowPriorities)
     ASSERT_TRUE(read_default_setup(table));
     MathFixture f;
     for (Case const &c : cases) {
-        SCOPED_TRACE(narrow(c.outer) + " over " + narrow(c.inner));
+        SCOPED_TRACE(Kxt::to_string(c.outer) + " over " + Kxt::to_string(c.inner));
         MathTemplate *outer = table.get_template(c.outer);
         MathTemplate *inner = table.get_template(c.inner);
         ASSERT_NE(nullptr, outer);

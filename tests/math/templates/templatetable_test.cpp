@@ -1,6 +1,7 @@
 // TemplateTable: the operator dictionary and its lookup across forms, unknown operators, the copies a
 // caller gets, template lookup by name and by entry key, the host's walk over templates, and the
 // table's hold on the templates it keeps.
+#include "tavi/kxt/utf.h"
 #include "tavi/glyph/input.h"
 #include "tavi/math/layout/layoutbigop.h"
 #include "tavi/math/layout/layoutbraceop.h"
@@ -47,14 +48,6 @@ OpCopy lookup(TemplateTable &table, wchar const *text, LayoutOp::Form form, int 
     return OpCopy(table.get_layout_op(text, form, lbad, rbad));
 }
 
-std::string narrow(wchar const *text)
-{
-    std::string out;
-    for (; text && *text; ++text)
-        out += static_cast<char>(*text);
-    return out;
-}
-
 }  // namespace
 
 TEST(OperatorTable, HasOneRowPerTextAndFormAndOnlyKnownClasses)
@@ -63,7 +56,7 @@ TEST(OperatorTable, HasOneRowPerTextAndFormAndOnlyKnownClasses)
     std::set<std::pair<std::u16string, int>> seen;
     for (std::size_t i = 0; i < operator_table_size; ++i) {
         OperatorRow const &row = operator_table[i];
-        SCOPED_TRACE(narrow(row.text));
+        SCOPED_TRACE(Kxt::to_string(row.text));
         EXPECT_TRUE(seen.insert({row.text, row.form}).second) << "text and form twice";
         EXPECT_GE(row.op_class, op_plain);
         EXPECT_LE(row.op_class, op_extchar);
@@ -108,7 +101,7 @@ TEST(TemplateTable, GetLayoutOpTriesTheAskedFormThenInfixPrefixPostfix)
     };
     TemplateTable table(nullptr);
     for (Case const &c : cases) {
-        SCOPED_TRACE(narrow(c.text) + " asked " + std::to_string(c.asked));
+        SCOPED_TRACE(Kxt::to_string(c.text) + " asked " + std::to_string(c.asked));
         OpCopy op = lookup(table, c.text, c.asked);
         ASSERT_NE(nullptr, op);
         EXPECT_EQ(c.cls, std::type_index(typeid(*op)));
@@ -174,13 +167,13 @@ TEST(TemplateTable, GetTemplateByNameIsExact)
     ASSERT_EQ(names.size(), table.template_count());
     for (std::size_t i = 0; i < names.size(); ++i) {
         MathTemplate *t = table.get_template(names[i].c_str());
-        ASSERT_NE(nullptr, t) << narrow(names[i].c_str());
+        ASSERT_NE(nullptr, t) << Kxt::to_string(names[i].c_str());
         EXPECT_EQ(t, table.template_at(i));
         EXPECT_EQ(i, table.find_template(names[i].c_str()));
     }
     // Left to the setup file, other case, a prefix, empty and null: none.
     for (wchar const *name : {u"seq", u"Plus", u"plu", u""})
-        EXPECT_EQ(nullptr, table.get_template(name)) << narrow(name);
+        EXPECT_EQ(nullptr, table.get_template(name)) << Kxt::to_string(name);
 }
 
 TEST(TemplateTable, GetTemplateByAccelerator)
@@ -206,7 +199,7 @@ TEST(TemplateTable, GetTemplateByAccelerator)
         MathTemplate *t = table.get_template(c.accel);
         SCOPED_TRACE(std::to_string(c.accel.key()) + "/" + std::to_string(c.accel.modifiers()));
         if (c.expected == nullptr)
-            EXPECT_EQ(nullptr, t) << narrow(t ? t->type_name() : u"");
+            EXPECT_EQ(nullptr, t) << Kxt::to_string(t ? t->type_name() : u"");
         else
             EXPECT_EQ(table.get_template(c.expected), t);
     }
