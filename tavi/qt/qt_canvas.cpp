@@ -3,6 +3,7 @@
 
 #include "tavi/geometry/rounding.h"
 #include "tavi/qt/cp1252_table.h"
+#include "tavi/qt/qt_fontcache.h"
 #include "tavi/qt/symbol_tables.h"
 
 #include <QBrush>
@@ -174,6 +175,8 @@ void Qt_Canvas::init(Extension const &extension)
         qFatal("qt_canvas: the painter of a Qt_Canvas has no paint device");
     set_device_dpi(painter_->device()->logicalDpiX(), painter_->device()->logicalDpiY());
     painter_->setClipping(false);
+    record_ = nullptr;
+    painter_record_ = nullptr;
     reset_dash_phase();
     set_draw_offset(Point(extension.left(), extension.top()));
 }
@@ -196,6 +199,7 @@ void Qt_Canvas::set_device_dpi(int dpi_x, int dpi_y)
 {
     dpi_x_ = dpi_x;
     dpi_y_ = dpi_y;
+    record_ = nullptr;
 }
 
 // The offset turns canvas coordinates into device pixels: the translation is added, and the top left of
@@ -235,33 +239,52 @@ void Qt_Canvas::font(Font const &font, CharSet char_set, long angle)
     select_font(font, char_set, angle, false);
 }
 
-// Qt takes whole points here: the size in twips is divided by 20 with truncation, so 12.5 points
-// (250 twips) select 12.
+// The QFont comes from the font cache, made once per font and resolution.
 void Qt_Canvas::select_font(Font const &font, CharSet char_set, long angle, bool force)
 {
     angle_ = angle;
     if (!force && font == font_ && char_set == char_set_)
         return;
     char_set_ = char_set;
-
-    QFont qfont;
-    long const points = font.size() / 20;
-    if (points > 0)
-        qfont.setPointSizeF(static_cast<qreal>(points));
-    if (font.bold())
-        qfont.setWeight(QFont::Bold);
-    if (font.italic())
-        qfont.setStyle(QFont::StyleItalic);
-    qfont.setFamily(QString::fromUtf16(font.name()));
-    if (painter_ != nullptr)
-        painter_->setFont(qfont);
-
     font_ = font;
+    record_ = nullptr;
     ascent_ = empty_metric;
     ex_ = empty_metric;
+    if (painter_ != nullptr)
+        apply_painter_font();
 
     if (char_set == cs_symbol)
         symbol_kind_ = symbol_kind_of(font.name());
+}
+
+QtFontRecord *Qt_Canvas::record() const
+{
+    if (record_ == nullptr)
+        record_ = QtFontCache::local().record(font_, char_set_, dpi_x_, dpi_y_, painter_->device()->devType());
+    return record_;
+}
+
+QFontMetrics const &Qt_Canvas::qmetrics() const { return record()->metrics_for(painter_->device()); }
+
+void Qt_Canvas::apply_painter_font()
+{
+    QtFontRecord *r = record();
+    if (painter_record_ == r)
+        return;
+    painter_->setFont(r->qfont);
+    painter_record_ = r;
+}
+
+// Each text is measured once per font: later questions are answered from the record.
+QtFontRecord::Text &Qt_Canvas::measured(wchar const *text, long count) const
+{
+    QtFontRecord *r = record();
+    if (r->texts.size() > QtFontCache::texts_per_record)
+        r->texts.clear();
+    auto [entry, added] = r->texts.try_emplace(std::u16string(text, static_cast<std::size_t>(count)));
+    if (added)
+        entry->second.advance = qmetrics().horizontalAdvance(qstring(text, count));
+    return entry->second;
 }
 
 Qt_Canvas::SymbolKind Qt_Canvas::symbol_kind_of(wchar const *family)
@@ -320,8 +343,7 @@ Extent Qt_Canvas::text_extent(wchar const *text, long count)
 {
     if (text == nullptr || count < 1)
         return Extent(0, 0);
-    long const width = painter_->fontMetrics().horizontalAdvance(qstring(text, count));
-    return Extent(width, font_em());
+    return Extent(measured(text, count).advance, font_em());
 }
 
 // The width of the whole string, so that kerning between its characters counts; the height is the
@@ -330,8 +352,7 @@ Box Qt_Canvas::text_box(wchar const *text, long count)
 {
     if (text == nullptr || count < 1)
         return Box::zero;
-    long const width = painter_->fontMetrics().horizontalAdvance(qstring(text, count));
-    return Box(width, font_ascent(), font_descent());
+    return Box(measured(text, count).advance, font_ascent(), font_descent());
 }
 
 // The ink: the highest top and the lowest bottom row over the characters' bounding rectangles (the
@@ -344,22 +365,26 @@ void Qt_Canvas::text_metrics(wchar const *text, long count, Box &box, long &left
     right = 0;
     if (text == nullptr || count < 1)
         return;
-    QString const s = qstring(text, count);
-    QFontMetrics const metrics = painter_->fontMetrics();
-    long ascent = 0;
-    long descent = 0;
-    for (qsizetype i = 0; i < s.size(); ++i) {
-        QRect const r = metrics.boundingRect(s.at(i));
-        long const a = -r.top();
-        long const d = r.bottom() + 1;
-        if (i == 0 || a > ascent)
-            ascent = a;
-        if (i == 0 || d > descent)
-            descent = d;
+    QtFontRecord::Text &t = measured(text, count);
+    if (!t.ink_known) {
+        QString const s = qstring(text, count);
+        QFontMetrics const &metrics = qmetrics();
+        for (qsizetype i = 0; i < s.size(); ++i) {
+            QRect const r = metrics.boundingRect(s.at(i));
+            long const a = -r.top();
+            long const d = r.bottom() + 1;
+            if (i == 0 || a > t.ascent)
+                t.ascent = a;
+            if (i == 0 || d > t.descent)
+                t.descent = d;
+        }
+        t.left = metrics.leftBearing(s.at(0));
+        t.right = metrics.rightBearing(s.at(s.size() - 1));
+        t.ink_known = true;
     }
-    box = Box(metrics.horizontalAdvance(s), ascent, descent);
-    left = metrics.leftBearing(s.at(0));
-    right = metrics.rightBearing(s.at(s.size() - 1));
+    box = Box(t.advance, t.ascent, t.descent);
+    left = t.left;
+    right = t.right;
 }
 
 // The character is read by the selected set: a Windows-1252 byte, a symbol-font byte, or a UTF-16 unit.
@@ -387,25 +412,44 @@ void Qt_Canvas::char_bearing(wchar const *text, long &left, long &right) const
     }
     if (code == 0)
         return;
-    QFontMetrics const metrics = painter_->fontMetrics();
-    right = metrics.rightBearing(QChar(static_cast<char16_t>(code)));
-    left = metrics.leftBearing(QChar(static_cast<char16_t>(code)));
+    QtFontRecord *r = record();
+    auto [entry, added] = r->bearings.try_emplace(code);
+    if (added) {
+        QFontMetrics const &metrics = qmetrics();
+        entry->second = {metrics.leftBearing(QChar(static_cast<char16_t>(code))),
+                         metrics.rightBearing(QChar(static_cast<char16_t>(code)))};
+    }
+    left = entry->second.first;
+    right = entry->second.second;
 }
 
 void Qt_Canvas::fill_metric_cache() const
 {
-    QFontMetrics const metrics = painter_->fontMetrics();
-    ascent_ = metrics.ascent();
-    descent_ = metrics.descent();
-    leading_ = metrics.leading();
+    QtFontRecord *r = record();
+    if (!r->line_known) {
+        QFontMetrics const &metrics = qmetrics();
+        r->ascent = metrics.ascent();
+        r->descent = metrics.descent();
+        r->leading = metrics.leading();
+        r->line_known = true;
+    }
+    ascent_ = r->ascent;
+    descent_ = r->descent;
+    leading_ = r->leading;
 }
 
 // ex is the font's x-height; the capital height is how far the ink of "X" rises above the baseline.
 void Qt_Canvas::query_ex() const
 {
-    QFontMetrics const metrics = painter_->fontMetrics();
-    ex_ = metrics.xHeight();
-    X_height_ = -metrics.boundingRect(QChar(u'X')).top();
+    QtFontRecord *r = record();
+    if (!r->ex_known) {
+        QFontMetrics const &metrics = qmetrics();
+        r->ex = metrics.xHeight();
+        r->X_height = -metrics.boundingRect(QChar(u'X')).top();
+        r->ex_known = true;
+    }
+    ex_ = r->ex;
+    X_height_ = r->X_height;
 }
 
 long Qt_Canvas::font_ascent() const
@@ -924,6 +968,7 @@ void Qt_Canvas::paint_text(wchar const *chars, long count, QPointF const &at, bo
     if (chars == nullptr || count < 1)
         return;
     QString const s = qstring(chars, count);
+    apply_painter_font();
     QPen const saved = painter_->pen();
     painter_->setPen(text_pen_);
     if (angle_ != 0) {
@@ -935,7 +980,7 @@ void Qt_Canvas::paint_text(wchar const *chars, long count, QPointF const &at, bo
     } else if (!in_parts) {
         painter_->drawText(at, s);
     } else {
-        QFontMetrics const metrics = painter_->fontMetrics();
+        QFontMetrics const &metrics = qmetrics();
         int const width = metrics.horizontalAdvance(s);
         if (width < longest_text_run) {
             painter_->drawText(at, s);

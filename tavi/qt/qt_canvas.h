@@ -12,6 +12,7 @@
 #include "tavi/geometry/point.h"
 #include "tavi/geometry/rect.h"
 #include "tavi/kxt/wchar.h"
+#include "tavi/qt/qt_fontcache.h"
 
 #include <QPainter>
 #include <QPen>
@@ -166,7 +167,12 @@ protected:
     // No painter yet: a subclass that owns one sets it. The damage is the whole extension.
     explicit Qt_Canvas(Extension const &extension);
 
-    void set_painter(QPainter *painter) { painter_ = painter; }
+    void set_painter(QPainter *painter)
+    {
+        painter_ = painter;
+        record_ = nullptr;
+        painter_record_ = nullptr;
+    }
     // The device's logical resolution, read by init and by a subclass that starts its own painter.
     void set_device_dpi(int dpi_x, int dpi_y);
     int device_dpi_x() const { return dpi_x_; }
@@ -183,6 +189,13 @@ private:
     void select_font(Font const &font, CharSet char_set, long angle, bool force);
     void fill_metric_cache() const;
     void query_ex() const;
+    // The cached record of the selected font at this resolution, the metrics of it for the painter's
+    // device, and a text's entry in it (measured on first use).
+    QtFontRecord *record() const;
+    QFontMetrics const &qmetrics() const;
+    QtFontRecord::Text &measured(wchar const *text, long count) const;
+    // Gives the painter the selected font, when it has another.
+    void apply_painter_font();
     // Canvas coordinates as device ones, with the drawing offset of the same form; the integral forms
     // give Qt's int types, the floating ones its F types.
     QPoint device(Point const &p) const;
@@ -264,6 +277,9 @@ private:
     };
 
     QPainter *painter_;
+    // The selected font's record (null until asked for), and the one the painter has.
+    mutable QtFontRecord *record_ = nullptr;
+    QtFontRecord *painter_record_ = nullptr;
     QPen text_pen_;
     Rect damage_;
     Font font_;
