@@ -50,6 +50,7 @@ constexpr Pattern pattern_table[] = {
     // name                     strength  pattern                          separator
     {u"seq",                    sequence, u"$0*",                          u", "},
     {u"times",                   product, u"$0*:2001",                     u" · "},
+    {u"vectorproduct",           product, u"$0*:2001",                     u" × "},
     {u"implicit_times",          product, u"$0*:2001",                     juxtaposition},
     {u"divide",                  product, u"$0:2000/$1:2001",              nullptr},
     {u"plusminus",                   sum, u"$0:1000 ± $1:1001",            nullptr},
@@ -84,6 +85,7 @@ constexpr Pattern pattern_table[] = {
     {u"geq",                         100, u"$0*:101",                      u" ≥ "},
     {u"approx",                      100, u"$0*:101",                      u" ≈ "},
     {u"equivalent",                  100, u"$0*:101",                      u" ≡ "},
+    {u"tendsto",                     100, u"$0:101 → $1:101",              nullptr},
     {u"in",                          100, u"$0*:101",                      u" ∈ "},
     {u"notin",                       100, u"$0*:101",                      u" ∉ "},
     {u"subset",                      100, u"$0*:101",                      u" ⊆ "},

@@ -82,6 +82,7 @@ TEST(LinearText, Formulas)
         {x("defint", {x2, id("x"), num("0"), num("1")}), "∫_0^1 x^2 dx"},
         {x("setdiff", {x("interval", {num("0"), num("1")}), x("set", {num("0")})}), "[0, 1] ∖ {0}"},
         {x("apply", {id("f"), id("x"), id("y")}), "f(x, y)"},
+        {x("tendsto", {id("n"), x("vectorproduct", {id("u"), sum("++", {id("v"), id("w")})})}), "n → u × (v + w)"},
         {x("in", {id("<chr nm='alpha'/>"), id("<chr nm='Ropf'/>")}), "α ∈ ℝ"},
         {"<tab tmp='determinant' rows='2' cols='2'>" + id("a") + id("b") + id("c") + id("d") + "</tab>",
          "determinant([a, b], [c, d])"},
