@@ -134,7 +134,6 @@ TEST(IdentCatNode, AccentsAndSubscripts)
     };
     Case const cases[] = {
         {u"x.", "dot_accent(ci:x)"},             // text class, 46
-        {u"x^", "circ_accent(ci:x)"},            // text class, 94
         {u"x*", "ast_accent(ci:x)"},             // "*" is set in the symbol class, 42
         {u"x&prime;", "prime_accent(ci:x)"},
         {u"x.^", "circ_accent(dot_accent(ci:x))"},
