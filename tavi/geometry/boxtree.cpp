@@ -3,6 +3,7 @@
 #include "tavi/geometry/boxtree.h"
 
 #include "tavi/canvas/gauge.h"
+#include "tavi/geometry/boxpool.h"
 #include "tavi/math/mathnodecontext.h"
 
 #include <algorithm>
@@ -56,6 +57,25 @@ BoxTree::BoxTree(long width, long ascent, long descent, double leftBadness, doub
 
 BoxTree::~BoxTree() { invalidateCache(); }
 
+void *BoxTree::operator new(std::size_t size) { return BoxPool::allocate(size); }
+
+void BoxTree::operator delete(void *block, std::size_t size) { BoxPool::release(block, size); }
+
+BoxTree *BoxTree::copy() const { return nullptr; }
+
+void BoxTree::copy_box_to(BoxTree &other) const
+{
+    other.width_ = width_;
+    other.ascent_ = ascent_;
+    other.descent_ = descent_;
+    other.leftBadness_ = leftBadness_;
+    other.rightBadness_ = rightBadness_;
+    other.level_ = level_;
+    other.xOffset_ = xOffset_;
+    other.yOffset_ = yOffset_;
+    other.alternativeLayoutUsed_ = alternativeLayoutUsed_;
+}
+
 BoxTree *BoxTree::clone() const { return nullptr; }
 
 void BoxTree::append(BoxTree *) { invalidateCache(); }
@@ -66,23 +86,23 @@ BoxTree *BoxTree::child(long) const { return nullptr; }
 
 bool BoxTree::isAtomForWrapping() const { return false; }
 
-void BoxTree::invalidateCache()
+void BoxTree::invalidateCache() { atoms_.reset(); }
+
+BoxTree::AtomCache &BoxTree::atoms()
 {
-    leavesCache_.clear();
-    parentsCache_.clear();
-    childIndexCache_.clear();
+    if (!atoms_) {
+        atoms_.reset(new AtomCache);
+        getBoxTreeLeavesInternal(this, this, 0, atoms_->leaves, atoms_->parents, atoms_->indices, 1);
+    }
+    return *atoms_;
 }
 
-std::vector<BoxTree *> const &BoxTree::getBoxTreeLeaves()
-{
-    if (leavesCache_.empty())
-        getBoxTreeLeavesInternal(this, this, 0, leavesCache_, parentsCache_, childIndexCache_, 1);
-    return leavesCache_;
-}
+std::vector<BoxTree *> const &BoxTree::getBoxTreeLeaves() { return atoms().leaves; }
 
-// An atom is taken whole, with its depth; the insides of an atomic node are not visited. Every box on
-// the way down to the atoms gets x offset 0, since wrapping will give the atoms coordinates relative to
-// the root of the collection. A null child holds nothing to place and is passed over.
+std::vector<BoxTree *> const &BoxTree::atomParents() { return atoms().parents; }
+
+std::vector<long> const &BoxTree::atomIndices() { return atoms().indices; }
+
 void BoxTree::getBoxTreeLeavesInternal(BoxTree *box, BoxTree *parent, long index, std::vector<BoxTree *> &leaves,
                                        std::vector<BoxTree *> &parents, std::vector<long> &indices, long depth)
 {
@@ -121,22 +141,30 @@ BoxTreeLeaf::BoxTreeLeaf(Box const &box, double leftBadness, double rightBadness
 {
 }
 
-BoxTreeLeaf::~BoxTreeLeaf() { delete mathNodeContext_; }
+BoxTreeLeaf::~BoxTreeLeaf() = default;
 
 // Offsets, level and index range are deliberately left at their initial values.
 BoxTree *BoxTreeLeaf::clone() const
 {
     BoxTreeLeaf *copy = new BoxTreeLeaf(width_, ascent_, descent_, leftBadness_, rightBadness_);
     if (mathNodeContext_ != nullptr)
-        copy->mathNodeContext_ = mathNodeContext_->clone();
+        copy->mathNodeContext_.reset(mathNodeContext_->clone());
+    return copy;
+}
+
+BoxTree *BoxTreeLeaf::copy() const
+{
+    BoxTreeLeaf *copy = new BoxTreeLeaf();
+    copy_box_to(*copy);
+    copy->mathNodeContext_ = mathNodeContext_;
+    copy->startIdx_ = startIdx_;
+    copy->endIdx_ = endIdx_;
     return copy;
 }
 
 void BoxTreeLeaf::setMathNodeContext(MathNodeContext const *context)
 {
-    MathNodeContext *copy = context != nullptr ? context->clone() : nullptr;
-    delete mathNodeContext_;
-    mathNodeContext_ = copy;
+    mathNodeContext_.reset(context != nullptr ? context->clone() : nullptr);
 }
 
 bool BoxTreeLeaf::isAtomForWrapping() const { return true; }
@@ -155,6 +183,21 @@ BoxTreeNode::~BoxTreeNode()
 }
 
 BoxTree *BoxTreeNode::clone() const { return nullptr; }
+
+BoxTree *BoxTreeNode::copy() const
+{
+    BoxTreeNode *copy = new BoxTreeNode();
+    copy_box_to(*copy);
+    copy_children_to(*copy);
+    return copy;
+}
+
+void BoxTreeNode::copy_children_to(BoxTreeNode &other) const
+{
+    other.children_.reserve(children_.size());
+    for (BoxTree const *c : children_)
+        other.children_.push_back(c != nullptr ? c->copy() : nullptr);
+}
 
 long BoxTreeNode::count() const { return static_cast<long>(children_.size()); }
 
@@ -313,6 +356,14 @@ BoxTreeAtomicNode::BoxTreeAtomicNode() = default;
 BoxTreeAtomicNode::BoxTreeAtomicNode(long n) : BoxTreeNode(n) {}
 
 BoxTree *BoxTreeAtomicNode::clone() const { return nullptr; }
+
+BoxTree *BoxTreeAtomicNode::copy() const
+{
+    BoxTreeAtomicNode *copy = new BoxTreeAtomicNode();
+    copy_box_to(*copy);
+    copy_children_to(*copy);
+    return copy;
+}
 
 bool BoxTreeAtomicNode::isAtomForWrapping() const { return true; }
 

@@ -7,6 +7,7 @@
 #include "tavi/geometry/extent.h"
 #include "tavi/geometry/point.h"
 
+#include <memory>
 #include <vector>
 
 namespace Tavi {
@@ -20,8 +21,15 @@ public:
     BoxTree(BoxTree const &) = delete;
     BoxTree &operator=(BoxTree const &) = delete;
 
+    // Boxes come from the box pool (boxpool.h).
+    static void *operator new(std::size_t size);
+    static void operator delete(void *block, std::size_t size);
+
     // Only leaves can be cloned; every other box answers null.
     virtual BoxTree *clone() const;
+    // A copy of the whole tree, offsets, levels and flags included, for keeping a measured tree and
+    // handing it out again; leaves share their stored context with the original.
+    virtual BoxTree *copy() const;
     virtual void append(BoxTree *child);
     virtual long count() const;
     virtual BoxTree *child(long index) const;
@@ -69,12 +77,17 @@ public:
 
 protected:
     BoxTree(long width, long ascent, long descent, double leftBadness, double rightBadness);
+    // Gives `other` this box's size, badnesses, level, offset and flag.
+    void copy_box_to(BoxTree &other) const;
 
     // Atoms are what line wrapping never splits: leaves and atomic nodes.
     virtual bool isAtomForWrapping() const;
 
-    // The atoms of this tree in reading order, gathered once and then kept until a structural change.
+    // The atoms of this tree in reading order, gathered once and then kept until a structural change;
+    // the node that holds each, and its index in that node.
     std::vector<BoxTree *> const &getBoxTreeLeaves();
+    std::vector<BoxTree *> const &atomParents();
+    std::vector<long> const &atomIndices();
     // Adds `box` (held by `parent` at `index`, at nesting `depth`) or, for a non-atom, its atoms.
     static void getBoxTreeLeavesInternal(BoxTree *box, BoxTree *parent, long index, std::vector<BoxTree *> &leaves,
                                          std::vector<BoxTree *> &parents, std::vector<long> &indices, long depth);
@@ -88,11 +101,19 @@ protected:
     long level_;
     long xOffset_;
     long yOffset_;
-    // Not owned: each atom, the node that holds it, and its index in that node.
-    std::vector<BoxTree *> leavesCache_;
-    std::vector<BoxTree *> parentsCache_;
-    std::vector<long> childIndexCache_;
     bool alternativeLayoutUsed_;
+
+private:
+    // Not owned: each atom, the node that holds it, and its index in that node. Made only for a tree
+    // that is wrapped, so that the boxes of every other tree stay small.
+    struct AtomCache
+    {
+        std::vector<BoxTree *> leaves;
+        std::vector<BoxTree *> parents;
+        std::vector<long> indices;
+    };
+    AtomCache &atoms();
+    std::unique_ptr<AtomCache> atoms_;
 };
 
 class BoxTreeLeaf : public BoxTree
@@ -106,8 +127,11 @@ public:
 
     // Size, badnesses and a private copy of the context; offsets and index range are not carried over.
     BoxTree *clone() const override;
+    BoxTree *copy() const override;
 
-    MathNodeContext *mathNodeContext() const { return mathNodeContext_; }
+    // The context the leaf was measured in. Copies of a leaf share it; its scene, view and surface
+    // are those of that measuring, so a user puts the present ones in first.
+    MathNodeContext *mathNodeContext() const { return mathNodeContext_.get(); }
     // Stores a clone of the argument (or nothing for null); the caller's pointer is never kept.
     void setMathNodeContext(MathNodeContext const *context);
     // A leaf with a context can be laid out again in pieces.
@@ -122,7 +146,8 @@ protected:
     bool isAtomForWrapping() const override;
 
 private:
-    MathNodeContext *mathNodeContext_;
+
+    std::shared_ptr<MathNodeContext> mathNodeContext_;
     long startIdx_;
     long endIdx_;
 };
@@ -136,6 +161,7 @@ public:
     ~BoxTreeNode() override;
 
     BoxTree *clone() const override;
+    BoxTree *copy() const override;
     // Places the child after the present width, on the baseline.
     void append(BoxTree *child) override;
     long count() const override;
@@ -160,6 +186,10 @@ public:
     // Size recomputed from children already placed.
     bool updateBoundingBox(MathNodeContext &context);
 
+protected:
+    // Copies of the children into `other`, which has none yet.
+    void copy_children_to(BoxTreeNode &other) const;
+
 private:
     bool layOutLinearly(long fontAscent, long fontDescent);
 
@@ -174,6 +204,7 @@ public:
     explicit BoxTreeAtomicNode(long n);
 
     BoxTree *clone() const override;
+    BoxTree *copy() const override;
 
 protected:
     bool isAtomForWrapping() const override;

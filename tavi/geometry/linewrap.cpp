@@ -66,7 +66,7 @@ private:
     long place(long from, long to, long x);
     bool addAtom(long i);
     long breakAtCandidate();
-    BoxTreeNode *requestPieces(BoxTreeLeaf &leaf) const;
+    BoxTreeNode *requestPieces(MathNodeContext &working) const;
     void split(long i, BoxTreeLeaf &leaf);
 
     MathNodeContext &context_;
@@ -241,13 +241,13 @@ long LineWrapRun::breakAtCandidate()
     return next;
 }
 
-// Asks the atom's node to lay its text out again as lines: the constraint's first child gives the room
-// left on the present line, the second the room on a fresh, indented line. Anything but a node of at
-// least two pieces means that the text cannot be broken.
-BoxTreeNode *LineWrapRun::requestPieces(BoxTreeLeaf &leaf) const
+// Asks the atom's node, in the context the atom was measured in, to lay its text out again as lines:
+// the constraint's first child gives the room left on the present line, the second the room on a
+// fresh, indented line. Anything but a node of at least two pieces means that the text cannot be
+// broken.
+BoxTreeNode *LineWrapRun::requestPieces(MathNodeContext &working) const
 {
-    MathNodeContext *stored = leaf.mathNodeContext();
-    MathNode *node = stored->math_node();
+    MathNode *node = working.math_node();
     if (node == nullptr)
         return nullptr;
 
@@ -259,7 +259,7 @@ BoxTreeNode *LineWrapRun::requestPieces(BoxTreeLeaf &leaf) const
     fresh->width(maxWidth_ - indent_);
     lines->setChild(1, fresh);
 
-    BoxTree *answer = node->request(*stored, *lines);
+    BoxTree *answer = node->request(working, *lines);
     BoxTreeNode *pieces = dynamic_cast<BoxTreeNode *>(answer);
     bool whole = pieces != nullptr && pieces->count() >= 2;
     for (long k = 0; whole && k < pieces->count(); ++k)
@@ -281,7 +281,11 @@ void LineWrapRun::split(long i, BoxTreeLeaf &leaf)
     BoxTreeNode *parent = dynamic_cast<BoxTreeNode *>(parents_[at]);
     bool const held = parent != nullptr && indices_[at] >= 0 && indices_[at] < parent->count() &&
                       parent->child(indices_[at]) == &leaf;
-    BoxTreeNode *pieces = held ? requestPieces(leaf) : nullptr;
+    // The leaf keeps the typesetting state it was measured in; the scene, view and surface are this
+    // wrap's, since a kept tree may have been measured on a surface that is gone.
+    MathNodeContext working(*leaf.mathNodeContext());
+    static_cast<GlyphContext &>(working) = static_cast<GlyphContext const &>(context_);
+    BoxTreeNode *pieces = held ? requestPieces(working) : nullptr;
     if (pieces == nullptr) {
         leaf.setMathNodeContext(nullptr);
         return;
@@ -294,7 +298,7 @@ void LineWrapRun::split(long i, BoxTreeLeaf &leaf)
     // The pieces get offsets relative to the root of the wrap, like every atom, so the node that
     // holds them must not move them: its offset is (0, 0), not just its x.
     pieces->setOffset(Point(0, 0));
-    parent->updateBoundingBox(*leaf.mathNodeContext());
+    parent->updateBoundingBox(working);
 
     BoxTree *first = pieces->child(0);
     line_.width += first->width();
@@ -365,11 +369,11 @@ bool BoxTree::doLineWrap(MathNodeContext &context, BoxTree const &constraint)
 {
     if (isAtomForWrapping())
         return false;
-    getBoxTreeLeaves();
-    if (leavesCache_.empty())
+    AtomCache &cache = atoms();
+    if (cache.leaves.empty())
         throw std::out_of_range("invalid vector<T> subscript");
 
-    LineWrapRun run(context, constraint, leavesCache_, parentsCache_, childIndexCache_);
+    LineWrapRun run(context, constraint, cache.leaves, cache.parents, cache.indices);
     run.measure(*this);
     run.fillBadness();
     run.walk();

@@ -23,8 +23,8 @@ class ProbeNode : public BoxTreeNode
 public:
     using BoxTreeNode::BoxTreeNode;
     using BoxTree::getBoxTreeLeaves;
-    std::vector<BoxTree *> const &parents() const { return parentsCache_; }
-    std::vector<long> const &indices() const { return childIndexCache_; }
+    std::vector<BoxTree *> const &parents() { return atomParents(); }
+    std::vector<long> const &indices() { return atomIndices(); }
     bool atom() const { return isAtomForWrapping(); }
 };
 
