@@ -32,6 +32,13 @@ public:
         return new AllocationTree(allocation);
     }
     using MonoGlyph::allocate;
+    // An edit or a new surface needs the formula measured again; its nodes know for themselves
+    // whether the boxes they keep still hold, so the walk through the whole tree is saved.
+    void invalidate_allocation() override
+    {
+        if (auto *root = dynamic_cast<MathRootNode *>(body()))
+            root->forget_layout();
+    }
     long count() override { return body() ? 1 : 0; }
     Glyph *component(long) override { return body(); }
     Glyph *clone(bool) const override { return nullptr; }
@@ -44,6 +51,7 @@ FormulaScene::FormulaScene() : glyph_(new FormulaSceneGlyph(this))
 {
     glyph_->ref();
     new_formula();
+    wrap_width(0.0);
 }
 
 FormulaScene::~FormulaScene()

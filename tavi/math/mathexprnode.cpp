@@ -115,7 +115,11 @@ unsigned long MathExprNode::cat_childs() const
 
 bool MathExprNode::may_replace(long, MathNode *) { return true; }
 
-void MathExprNode::modified() { positions_valid_ = false; }
+void MathExprNode::modified()
+{
+    positions_valid_ = false;
+    MathNode::modified();
+}
 
 std::ostream &MathExprNode::put_xml(std::ostream &out)
 {

@@ -58,6 +58,8 @@ public:
     long scriptlevel() const { return scriptlevel_; }
     void add_scriptlevel(long delta) { scriptlevel_ += delta; }
     long scriptminsize() const { return scriptminsize_; }
+    // Percent of the first script level; the deeper levels follow from it.
+    long scriptsizemultiplier() const { return multipliers_[0]; }
 
     long caret_pos() const { return caret_pos_; }
     void caret_pos(long pos) { caret_pos_ = pos; }

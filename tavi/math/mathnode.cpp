@@ -137,8 +137,18 @@ BoxTree *MathNode::request(GlyphContext &context, BoxTree const &constraint)
     MathNodeContext *math = math_context(context);
     if (math == nullptr || templ_ == nullptr)
         return nullptr;
-    AsMathNode scope(*math, this);
-    return templ_->request(*math, constraint);
+    if (layout_memo_ && layout_memo_->fits(*math, constraint))
+        return layout_memo_->copy();
+    BoxTree *tree = nullptr;
+    {
+        AsMathNode scope(*math, this);
+        tree = templ_->request(*math, constraint);
+    }
+    if (tree != nullptr)
+        layout_memo_ = LayoutMemo::make(*math, constraint, *tree);
+    else
+        layout_memo_.reset();
+    return tree;
 }
 
 // The highlight is widened by 10 twips left and right and 20 twips up and down, so that it shows
@@ -151,12 +161,13 @@ void MathNode::draw(GlyphContext &context, AllocationTree const &allocation)
         return;
 
     // A walk that only locates nodes decides for itself where it goes.
-    if (auto *locator = dynamic_cast<NodeLocator *>(canvas))
+    if (auto *locator = dynamic_cast<NodeLocator *>(canvas)) {
         if (!locator->visit(this, *math, allocation))
             return;
-    std::unique_ptr<AllocationTree> tree(allocate(context, allocation));
-    if (tree == nullptr || !canvas->damaged(Extension(canvas, *tree)))
+    } else if (!canvas->damaged(Extension(canvas, allocation))) {
+        // A node's own allocation is the one it is drawn at (the copy Glyph::allocate would make).
         return;
+    }
 
     bool const was_in_selection = math->in_selection();
     if (selected_)
@@ -284,7 +295,17 @@ bool MathNode::increment_caret_pos(bool) { return false; }
 
 void MathNode::set_caret_pos(bool) {}
 
-void MathNode::modified() {}
+void MathNode::modified() { forget_layout(); }
+
+void MathNode::forget_layout()
+{
+    for (Glyph *g = this; g != nullptr; g = g->parent()) {
+        MathNode *node = dynamic_cast<MathNode *>(g);
+        if (node == nullptr)
+            break;
+        node->layout_memo_.reset();
+    }
+}
 
 // ---- Walks and template questions ----
 

@@ -5,12 +5,14 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 
 #include "tavi/geometry/point.h"
 #include "tavi/glyph/glyph.h"
 #include "tavi/glyph/input.h"
 #include "tavi/kxt/fixedstring.h"
 #include "tavi/kxt/wchar.h"
+#include "tavi/math/layoutmemo.h"
 #include "tavi/math/templates/mathtemplate.h"
 
 namespace Tavi {
@@ -38,7 +40,8 @@ public:
     // Every node class makes its own copies: children cloned for a deep copy, shared otherwise.
     Glyph *clone(bool deep) const override = 0;
     // The context must be a MathNodeContext: the template works with this node as its math node, which
-    // is put back afterwards. Any other context measures nothing.
+    // is put back afterwards. Any other context measures nothing. A request that the node was measured
+    // for before, with no change since, is answered with a copy of the kept tree.
     BoxTree *request(GlyphContext &context, BoxTree const &constraint) override;
     // Paints nothing, and doesn't descend, outside the canvas's damage. A node of the selection, or the
     // insertion point's operand, gets a highlight behind it first.
@@ -123,8 +126,11 @@ public:
     // over text; text becomes a number, an identifier or else a string.
     static MathNode *get_from_clipboard(TemplateTable &table);
 
+    // The node's content changed: the boxes kept for it and for every ancestor no longer hold.
+    void forget_layout();
+
 protected:
-    // Called after every change of the content; nothing to do here.
+    // Called after every change of the content: the kept boxes up to the root go.
     virtual void modified();
 
     // While one lives, the context's math node is the given node; the one before comes back when it
@@ -155,6 +161,8 @@ private:
     static void enter_child(MathSelection *selection, long index);
 
     MathTemplate *templ_;
+    // The last box tree this node was measured to, kept for the same request (see LayoutMemo).
+    std::unique_ptr<LayoutMemo> layout_memo_;
     bool selected_ : 1;
     bool ip_operand_ : 1;
 };

@@ -70,12 +70,14 @@ void MathPlusNode::toggle_sign(std::size_t index)
 {
     if (index < signs_.size())
         signs_[index] = toggled(signs_[index]);
+    modified();
 }
 
 void MathPlusNode::toggle_all_signs()
 {
     for (wchar &s : signs_)
         s = toggled(s);
+    modified();
 }
 
 bool MathPlusNode::is_negate() const { return signs_ == u"-"; }
@@ -90,6 +92,7 @@ void MathPlusNode::take_signs(Char const *value)
     for (std::size_t i = 0; i < signs_.size() && value[i] != 0; ++i)
         if (value[i] == Char('+') || value[i] == Char('-'))
             signs_[i] = static_cast<wchar>(value[i]);
+    modified();
 }
 
 void MathPlusNode::attribute(wchar const *key, wchar const *value)

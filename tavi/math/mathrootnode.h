@@ -77,6 +77,9 @@ public:
     void inherit_read_only(bool on) { has_read_only_ = !on; }
 
     bool cacheValid() const { return cache_ != nullptr; }
+    // Drops the measured formula and nothing below it: the nodes keep the boxes they were measured
+    // to, each of which holds as long as its content and its measuring stay the same.
+    void forget_layout() { invalidateCache(); }
 
     bool has_ip_operand();
     bool is_equal(MathNode *node);

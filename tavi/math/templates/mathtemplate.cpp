@@ -2,6 +2,8 @@
 // parenthesis and flattening tests, and the nodes a plain template creates.
 #include "tavi/math/templates/mathtemplate.h"
 
+#include "tavi/math/layoutmemo.h"
+
 #include <limits>
 
 #include "tavi/canvas/gauge.h"
@@ -256,8 +258,16 @@ void MathTemplate::draw_operator(long, MathNodeContext &, AllocationTree const &
 
 // The first layout given moves aside as the linear one when the second arrives; from then on a new
 // layout only replaces the one in force.
+void MathTemplate::priority(double priority)
+{
+    priority_ = priority;
+    LayoutMemo::new_generation();
+}
+
 void MathTemplate::layout(MathLayout *layout)
 {
+    // Boxes kept for nodes were measured by the rules before.
+    LayoutMemo::new_generation();
     if (layout)
         layout->ref();
     if (linear_layout_) {

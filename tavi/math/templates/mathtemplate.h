@@ -102,7 +102,8 @@ public:
     TemplateAccelerator const &accelerator() const { return accelerator_; }
     void accelerator(TemplateAccelerator const &accelerator) { accelerator_ = accelerator; }
     double priority() const { return priority_; }
-    void priority(double priority) { priority_ = priority; }
+    // A new priority changes where parentheses go: boxes kept for nodes no longer hold.
+    void priority(double priority);
     bool can_enter() const { return can_enter_; }
     void can_enter(bool on) { can_enter_ = on; }
 

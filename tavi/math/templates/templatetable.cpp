@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "tavi/editing/matheditscene.h"
+#include "tavi/math/layoutmemo.h"
 #include "tavi/glyph/input.h"
 #include "tavi/math/layout/layoutbigop.h"
 #include "tavi/math/layout/layoutbraceop.h"
@@ -233,6 +234,7 @@ bool TemplateTable::query_array_dimensions(std::size_t &rows, std::size_t &cols,
 
 void TemplateTable::add_template(MathTemplate *templ)
 {
+    LayoutMemo::new_generation();
     if (templ)
         templ->ref();
     templates_.push_back(templ);
@@ -240,6 +242,7 @@ void TemplateTable::add_template(MathTemplate *templ)
 
 bool TemplateTable::replace_template(std::size_t index, MathTemplate *templ)
 {
+    LayoutMemo::new_generation();
     if (index >= templates_.size())
         return false;
     if (templ)
