@@ -49,6 +49,10 @@ bool NodeLocator::place_of(MathNode *top, MathNodeContext const &context, Alloca
     return true;
 }
 
+bool NodeLocator::damaged(Rect const &) const { return false; }
+
+bool NodeLocator::damaged(Extension const &) const { return false; }
+
 bool NodeLocator::visit(MathNode *node, MathNodeContext &context, AllocationTree const &allocation)
 {
     if (by_point_) {

@@ -32,6 +32,11 @@ public:
     // walk goes on into it.
     bool visit(MathNode *node, MathNodeContext &context, AllocationTree const &allocation);
 
+    // Nothing but the nodes matters to the walk: every other part of the drawing counts as undamaged,
+    // so that it is passed over.
+    bool damaged(Rect const &r) const override;
+    bool damaged(Extension const &e) const override;
+
 private:
     explicit NodeLocator(Gauge *gauge);
     void walk(MathNode *top, MathNodeContext const &context, AllocationTree const &allocation);

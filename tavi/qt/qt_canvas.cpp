@@ -239,7 +239,9 @@ void Qt_Canvas::font(Font const &font, CharSet char_set, long angle)
     select_font(font, char_set, angle, false);
 }
 
-// The QFont comes from the font cache, made once per font and resolution.
+// The QFont comes from the font cache, made once per font and resolution. The painter takes it only
+// when text is painted: a layout selects fonts far more often than it paints, and measuring goes
+// through the cache, not through the painter.
 void Qt_Canvas::select_font(Font const &font, CharSet char_set, long angle, bool force)
 {
     angle_ = angle;
@@ -250,8 +252,6 @@ void Qt_Canvas::select_font(Font const &font, CharSet char_set, long angle, bool
     record_ = nullptr;
     ascent_ = empty_metric;
     ex_ = empty_metric;
-    if (painter_ != nullptr)
-        apply_painter_font();
 
     if (char_set == cs_symbol)
         symbol_kind_ = symbol_kind_of(font.name());
@@ -981,7 +981,7 @@ void Qt_Canvas::paint_text(wchar const *chars, long count, QPointF const &at, bo
         painter_->drawText(at, s);
     } else {
         QFontMetrics const &metrics = qmetrics();
-        int const width = metrics.horizontalAdvance(s);
+        long const width = measured(chars, count).advance;
         if (width < longest_text_run) {
             painter_->drawText(at, s);
         } else {

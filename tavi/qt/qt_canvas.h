@@ -183,6 +183,9 @@ protected:
 
     double dash_len();
     long dot_len() const;
+    // Gives the painter the selected font, when it has another; a subclass that paints text in its own
+    // way calls it first.
+    void apply_painter_font();
 
 private:
     // The font selection of font(); `force` skips the test for an unchanged font.
@@ -194,8 +197,7 @@ private:
     QtFontRecord *record() const;
     QFontMetrics const &qmetrics() const;
     QtFontRecord::Text &measured(wchar const *text, long count) const;
-    // Gives the painter the selected font, when it has another.
-    void apply_painter_font();
+
     // Canvas coordinates as device ones, with the drawing offset of the same form; the integral forms
     // give Qt's int types, the floating ones its F types.
     QPoint device(Point const &p) const;

@@ -22,6 +22,19 @@ QtFontCache &QtFontCache::local()
 // twips) select 12.
 QtFontRecord *QtFontCache::record(Font const &font, Gauge::CharSet char_set, int dpi_x, int dpi_y, int device_type)
 {
+    for (Recent const &r : recent_)
+        if (r.record != nullptr && r.font.spec() == font.spec() && r.char_set == char_set && r.dpi_x == dpi_x &&
+            r.dpi_y == dpi_y && r.device_type == device_type)
+            return r.record;
+    QtFontRecord *found = find_or_make(font, char_set, dpi_x, dpi_y, device_type);
+    recent_[next_recent_] = Recent{font, char_set, dpi_x, dpi_y, device_type, found};
+    next_recent_ = (next_recent_ + 1) % recent_count;
+    return found;
+}
+
+QtFontRecord *QtFontCache::find_or_make(Font const &font, Gauge::CharSet char_set, int dpi_x, int dpi_y,
+                                        int device_type)
+{
     long const points = font.size() / 20;
     // The key: every field that changes what Qt answers, then the family name.
     std::u16string key;

@@ -68,7 +68,24 @@ public:
     static constexpr std::size_t texts_per_record = 65536;
 
 private:
+    QtFontRecord *find_or_make(Font const &font, Gauge::CharSet char_set, int dpi_x, int dpi_y, int device_type);
+
     std::unordered_map<std::u16string, std::unique_ptr<QtFontRecord>> records_;
+    // The last records asked for, by the very font description: a layout alternates between a few
+    // fonts, and comparing one pointer is cheaper than building the key. Each entry holds its font,
+    // so that the description cannot be freed and its address taken by another.
+    struct Recent
+    {
+        Font font;
+        int char_set = -1;
+        int dpi_x = 0;
+        int dpi_y = 0;
+        int device_type = 0;
+        QtFontRecord *record = nullptr;
+    };
+    static constexpr std::size_t recent_count = 8;
+    Recent recent_[recent_count];
+    std::size_t next_recent_ = 0;
 };
 
 }  // namespace Tavi

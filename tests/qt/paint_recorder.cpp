@@ -53,6 +53,7 @@ void PaintRecordEngine::drawTextItem(QPointF const &p, QTextItem const &item)
     PaintOp o = op(PaintOp::text);
     o.a = p;
     o.run = item.text();
+    o.font = item.font();
     ops.push_back(o);
 }
 

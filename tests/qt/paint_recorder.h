@@ -6,6 +6,7 @@
 #include <QPaintEngine>
 #include <QPointF>
 #include <QRectF>
+#include <QFont>
 #include <QString>
 #include <QTransform>
 
@@ -23,6 +24,7 @@ struct PaintOp
     QPointF b;
     QRectF rectangle;
     QString run;
+    QFont font;  // text: the font it was drawn in
     QTransform transform;
 };
 

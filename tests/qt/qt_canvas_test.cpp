@@ -99,15 +99,19 @@ TEST_F(QtCanvasTest, SymbolRunsAreTranslatedForTheSelectedFont)
 TEST_F(QtCanvasTest, FontSelectionAndMetricsOfAPinnedFont)
 {
     Qt_Canvas canvas(&painter, Extension(0, 0, 300, 400));
-    // 250 twips are 12.5 points; Qt gets 250 / 20 = 12.
+    // 250 twips are 12.5 points; Qt gets 250 / 20 = 12. The painter has the font when text is drawn.
     canvas.font(Font(u"DejaVu Serif", 250, true, true), Gauge::cs_unicode, 0);
-    EXPECT_EQ(painter.font().pointSizeF(), 12.0);
-    // The same font again changes only the angle; a changed set alone selects again.
-    painter.setFont(QFont("DejaVu Sans"));
-    canvas.font(Font(u"DejaVu Serif", 250, true, true), Gauge::cs_unicode, 30);
-    EXPECT_EQ(painter.font().family(), QString("DejaVu Sans"));
-    canvas.font(Font(u"DejaVu Serif", 250, true, true), Gauge::cs_ansi, 30);
-    EXPECT_EQ(painter.font().family(), QString("DejaVu Serif"));
+    canvas.text(u"a", 1, Point(10, 20));
+    canvas.font(Font(u"DejaVu Sans", 300, false, false), Gauge::cs_unicode, 0);
+    canvas.text(u"b", 1, Point(10, 20));
+    std::vector<PaintOp> const drawn = device.ops_of(PaintOp::text);
+    ASSERT_EQ(drawn.size(), 2u);
+    EXPECT_EQ(drawn[0].font.pointSizeF(), 12.0);
+    EXPECT_EQ(drawn[0].font.family(), QString("DejaVu Serif"));
+    EXPECT_TRUE(drawn[0].font.bold());
+    EXPECT_TRUE(drawn[0].font.italic());
+    EXPECT_EQ(drawn[1].font.pointSizeF(), 15.0);
+    EXPECT_EQ(drawn[1].font.family(), QString("DejaVu Sans"));
 
     canvas.font(dejavu_serif(240), Gauge::cs_unicode, 0);
     EXPECT_EQ(canvas.font_ascent(), 15);
@@ -292,8 +296,7 @@ TEST_F(QtCanvasTest, LongTextIsDrawnInParts)
     for (int i = 0; i < 800; ++i)
         run += u"Hello";
     QString const whole = QString::fromUtf16(run.data(), static_cast<qsizetype>(run.size()));
-    QFontMetrics const metrics = painter.fontMetrics();
-    int const width = metrics.horizontalAdvance(whole);
+    long const width = canvas.text_extent(run.data(), static_cast<long>(run.size())).width();
     ASSERT_GE(width, 30000);  // some 43 pixels a word: well above the limit
 
     canvas.text(run.data(), static_cast<long>(run.size()), Point(5, 50));
@@ -308,7 +311,7 @@ TEST_F(QtCanvasTest, LongTextIsDrawnInParts)
         EXPECT_EQ(p.a.y(), 50.0);
         EXPECT_LE(p.run.size(), part_length);
         joined += p.run;
-        x += metrics.horizontalAdvance(p.run);
+        x += canvas.text_extent(reinterpret_cast<char16_t const *>(p.run.utf16()), p.run.size()).width();
     }
     EXPECT_EQ(parts[0].run.size(), part_length);
     EXPECT_EQ(joined, whole);

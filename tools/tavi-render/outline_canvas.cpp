@@ -38,6 +38,7 @@ void Outline_Canvas::fill_text(wchar const *text, long count, double x, double y
         return;
     // The font as the device sizes it: a point size means other pixels on a 720 dpi generator than
     // on the screen the path would otherwise be sized for.
+    apply_painter_font();
     QFont const font(painter()->font(), painter()->device());
     QPainterPath path;
     path.addText(QPointF(0.0, 0.0), font, qstring(text, count));

@@ -8,6 +8,8 @@
 #include "tavi/canvas/pen.h"
 #include "tavi/geometry/allocationtree.h"
 #include "tavi/geometry/boxtree.h"
+#include "tavi/geometry/extension.h"
+#include "tavi/geometry/rect.h"
 #include "tavi/math/mathatomnode.h"
 #include "tavi/math/mathnodecontext.h"
 #include "tavi/math/mathstring.h"
@@ -217,6 +219,12 @@ void LayoutAtom::draw(GlyphContext &glyph_context, AllocationTree const &allocat
     Canvas *canvas = context.canvas();
     BoxTree const *box = allocation.boxtree();
     if (canvas == nullptr || box == nullptr)
+        return;
+    // Text outside the damage is not painted. Ink may stand out of the box (slant, overhang), so the
+    // box counts widened by its height all round.
+    long const margin = std::max(0L, box->height());
+    if (!canvas->damaged(Extension(canvas, Rect(allocation.top() - margin, allocation.left() - margin,
+                                                 allocation.bottom() + margin, allocation.right() + margin))))
         return;
 
     MathString const &text = this->text(context);
