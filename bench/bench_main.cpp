@@ -1,6 +1,7 @@
 // The benchmark program: Qt brought up without a display, the fonts and the setup loaded, and the
 // benchmarks registered here, one per example and step, and one family per step over polynomials
-// of 10 to 10,000 terms with the growth of time fitted by benchmark's complexity report.
+// of 10 to 10,000 terms with the growth of time fitted by benchmark's complexity report; and the cost
+// of a keystroke in an editor of such a polynomial.
 #include <QGuiApplication>
 
 #include <cstdlib>
@@ -37,6 +38,10 @@ void register_benchmarks()
             ->Range(10, 10000)
             ->Unit(benchmark::kMicrosecond)
             ->Complexity();
+    benchmark::RegisterBenchmark("keystroke/polynomial", keystroke)
+        ->ArgsProduct({{10, 100, 1000, 10000}, {0, 1, 2}})
+        ->ArgNames({"terms", "caret"})
+        ->Unit(benchmark::kMicrosecond);
 }
 
 }  // namespace

@@ -35,6 +35,9 @@ void read_polynomial(benchmark::State &state);
 void typeset_polynomial(benchmark::State &state);
 void wrap_polynomial(benchmark::State &state);
 void write_svg_polynomial(benchmark::State &state);
+// One keystroke in an editor of a polynomial: arguments terms and where the caret is (0 first term,
+// 1 middle, 2 last).
+void keystroke(benchmark::State &state);
 
 // The width the wrapped polynomials are broken at, in points (12 cm).
 constexpr double wrap_width_points = 12.0 / 2.54 * 72.0;
