@@ -21,25 +21,29 @@ using namespace Tavi;
 
 namespace {
 
-// Sends std::cerr into a buffer for its lifetime, then hands the buffer on to the real stream with
-// a line end after every message that lacks one.
+// Sends std::cerr into a buffer for its lifetime, then hands the buffer on to the real stream, or to
+// `target` when there is one, with a line end after every message that lacks one.
 class CollectedErrors
 {
 public:
-    CollectedErrors() : saved_(std::cerr.rdbuf(collected_.rdbuf())) {}
+    explicit CollectedErrors(std::string *target) : target_(target), saved_(std::cerr.rdbuf(collected_.rdbuf())) {}
     ~CollectedErrors()
     {
         std::cerr.rdbuf(saved_);
         std::string text = collected_.str();
         if (!text.empty() && text.back() != '\n')
             text += '\n';
-        std::cerr << text << std::flush;
+        if (target_)
+            *target_ += text;
+        else
+            std::cerr << text << std::flush;
     }
     CollectedErrors(CollectedErrors const &) = delete;
     CollectedErrors &operator=(CollectedErrors const &) = delete;
 
 private:
     std::ostringstream collected_;
+    std::string *target_;
     std::streambuf *saved_;
 };
 
@@ -82,7 +86,7 @@ bool load_setup(TemplateTable &table, std::string const &path, std::string &erro
 }
 
 MathRootNode *read_formula(TemplateTable &table, std::string const &text, std::string const &source,
-                           std::string &error)
+                           std::string &error, std::string *messages)
 {
     if (text.size() > static_cast<std::size_t>(INT_MAX)) {
         error = source + ": the document is larger than 2 GB";
@@ -94,7 +98,7 @@ MathRootNode *read_formula(TemplateTable &table, std::string const &text, std::s
     long line = 0;
     long column = 0;
     {
-        CollectedErrors const collect;
+        CollectedErrors const collect(messages);
         Kxt::Xml::Parser parser(&handler, true, nullptr);
         try {
             well_formed = parser.parse(text.data(), static_cast<int>(text.size()), true);

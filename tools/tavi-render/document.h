@@ -22,7 +22,9 @@ bool load_setup(Tavi::TemplateTable &table, std::string const &path, std::string
 // The formula of the document, a new root with a reference count of 0; null, with the reason, when
 // the document is not well-formed XML, holds no formula, or is refused by the reader (whose own
 // message has gone to the standard error stream by then). `source` names the document in messages.
+// With `messages`, the reader's own messages are gathered there, one a line, instead of going to the
+// standard error stream: a window shows them, and a formula that was read may still have some.
 Tavi::MathRootNode *read_formula(Tavi::TemplateTable &table, std::string const &text, std::string const &source,
-                                 std::string &error);
+                                 std::string &error, std::string *messages = nullptr);
 
 }  // namespace TaviRender
