@@ -1,5 +1,5 @@
-// Heap streams: growing buffers that read back in blocks. (Memory streams are read in blocks by the
-// setup reader's tests.)
+// Memory streams: reading in blocks, and the reads past the end that a reader of whole blocks makes;
+// heap streams: growing buffers.
 #include "tavi/kxt/stream.h"
 
 #include <gtest/gtest.h>
@@ -11,7 +11,28 @@
 namespace {
 
 using Kxt::KTheapStream;
+using Kxt::KTmemoryStream;
 using Kxt::KTstream;
+
+TEST(MemoryStream, ReadsInBlocksUntilTheEnd)
+{
+    std::string const text = "hello world";  // 11 bytes: blocks of 4, 4, 3, then nothing
+    KTmemoryStream stream(text.data(), text.size());
+    std::vector<std::size_t> const counts = {4, 4, 3, 0, 0};
+    std::string read;
+    for (std::size_t expected : counts) {
+        char block[4];
+        std::size_t count = 99;
+        EXPECT_EQ(stream.read(block, sizeof block, count), KTstream::Ok);
+        EXPECT_EQ(count, expected);
+        read.append(block, count);
+    }
+    EXPECT_EQ(read, text);
+
+    std::size_t count = 99;
+    EXPECT_EQ(stream.write("x", 1, count), KTstream::ReadOnly);
+    EXPECT_EQ(count, 0u);
+}
 
 TEST(HeapStream, GrowsAcrossManyBlocks)
 {
