@@ -221,6 +221,7 @@ TEST(SetupReader, ContentAttributes)
         {R"(arity="1*")", true, 1, true, 1, false, true, none},
         {R"(arity="2")", true, 2, false, 2, false, true, none},
         {R"(arity="0*")", true, 0, true, 1, false, false, none},  // a varying nullary kind gets one
+        {R"(arity="0*" dummies="3")", true, 0, true, 3, false, false, none},  // unless it asks for more
         {R"(arity="*")", false, 0, true, 1, false, false, none},
         {R"(arity="2" dummies="3")", false, 2, false, 2, false, true, none},
         {R"(arity="2*" dummies="3")", true, 2, true, 3, true, true, none},
