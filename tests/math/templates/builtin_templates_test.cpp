@@ -7,9 +7,14 @@
 #include "tavi/geometry/boxtree.h"
 #include "tavi/math/layout/layoutfixedplaceholder.h"
 #include "tavi/math/layout/layoutop.h"
+#include "tavi/math/layout/layoutoperatorrow.h"
 #include "tavi/math/layout/layoutover.h"
 #include "tavi/math/layout/layoutoverbarop.h"
 #include "tavi/math/layout/layoutrow.h"
+#include "tavi/math/layout/layoutsub.h"
+#include "tavi/math/layout/layoutsubsup.h"
+#include "tavi/math/layout/layoutsup.h"
+#include "tavi/math/layout/layouttemplateoperatorrow.h"
 #include "tavi/math/mathaccentnode.h"
 #include "tavi/math/mathdummynode.h"
 #include "tavi/math/mathplusnode.h"
@@ -20,6 +25,7 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <string>
 #include <typeindex>
 #include <typeinfo>
@@ -107,17 +113,26 @@ TEST(BuiltinTemplates, DifferenceAndNegationAreEnteredAsSums)
 }
 
 // Entering any built-in gives the node that create_node makes, holding as many placeholders, each made
-// by the dummy template, as the kind starts with.
+// by the dummy template, as the kind starts with; sums, scripts and joined symbols have their layouts.
 TEST(BuiltinTemplates, EnteringATemplateFillsItsOperandsWithPlaceholders)
 {
     // In the table's order: the atoms and the placeholder, sum, difference, negation, three scripts,
     // joined symbols, ten accents.
     std::string const placeholders = "00002212232" "1111111111";
+    // The layouts that set sums, scripts and joined symbols.
+    std::map<std::u16string, std::type_index> const layouts = {
+        {u"plus", typeid(LayoutTemplateOperatorRow)}, {u"subscript", typeid(LayoutSub)},
+        {u"superscript", typeid(LayoutSup)},          {u"subsupscript", typeid(LayoutSubSup)},
+        {u"joinsymb", typeid(LayoutOperatorRow)}};
     TemplateTable table(nullptr);
     ASSERT_EQ(placeholders.size(), table.template_count());
     for (std::size_t i = 0; i < table.template_count(); ++i) {
         MathTemplate *t = table.template_at(i);
         SCOPED_TRACE(Kxt::to_string(t->type_name()));
+        auto const layout = layouts.find(t->type_name());
+        if (layout != layouts.end()) {
+            EXPECT_EQ(layout->second, KIND(t->layout()));
+        }
         Held<MathNode> fresh(t->create_node());
         Held<MathNode> entered(t->create_edit_node());
         ASSERT_NE(nullptr, entered.get());
