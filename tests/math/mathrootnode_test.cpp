@@ -71,6 +71,7 @@ TEST(MathRootNode, OneTreePerWidthWithRoomForTheCaretAndATextLine)
     EXPECT_EQ(nullptr, x.root->request(context, BoxTreeLeaf(-1, 0, 0)));
     EXPECT_FALSE(x.root->cacheValid());
     EXPECT_TRUE(x.journal.empty());
+    EXPECT_FALSE(x.root->is_allocated());
 
     BoxTreeLeaf const at500(500, 100, 50);
     BoxTree *first = x.root->request(context, at500);

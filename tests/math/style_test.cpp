@@ -19,7 +19,11 @@ TEST(MathStyle, NamesAndNumbers)
         char16_t const *name;
     } const table[] = {
         {1, u"font"},
+        {3, u"font-italic"},
         {5, u"font-size"},
+        {101, u"scriptlevel"},
+        {103, u"scriptsizemultiplier"},
+        {106, u"background"},
         {108, u"wrap-lines"},
     };
     for (Case const &c : table) {

@@ -51,6 +51,7 @@ TEST(TemplateAccelerator, VoidAndEquality)
         // A typed character is never a modifier key, whatever its code.
         {TemplateAccelerator(static_cast<char16_t>(17)), false},
         {TemplateAccelerator(Input::key_control, Input::modifier_control), true},
+        {TemplateAccelerator(Input::key_escape, 0), false},
     };
     for (Case const &c : cases)
         EXPECT_EQ(c.accelerator.is_void(), c.is_void) << c.accelerator.key() << "/" << c.accelerator.modifiers();
