@@ -97,6 +97,8 @@ TEST(Typing, KeyScriptsBuildFormulas)
         {"{C-I}f{Tab}x", R"(<expr tmp="int"><ident>f</ident><ident>x</ident></expr>)"},
         {"n!", R"(<expr tmp="factorial"><ident>n</ident></expr>)"},
         {"{{}a", R"(<expr tmp="set"><ident>a</ident></expr>)"},
+        {"[a{Tab}b", R"(<expr tmp="interval"><ident>a</ident><ident>b</ident></expr>)"},
+        {"{C-S-P}k", R"(<expr tmp="product"><ident>k</ident><plh /><plh /></expr>)"},
     };
     for (Typed const &row : rows) {
         EditSession e;
