@@ -148,12 +148,16 @@ private:
     bool parent_may_replace(MathNode *node);
     // A typed character as the text it stands for; false for one that cannot be decoded.
     static bool decode_typed(wchar c, MathString &out);
+    // A character beyond 16 bits, typed as its two units: text like a letter.
+    bool enter_pair(wchar high, wchar low);
     static bool is_digit(wchar c) { return c >= u'0' && c <= u'9'; }
 
     MathRootNode *root_;
     std::vector<long> path_;
     // How the next operation run from typed entry joins the history.
     EditKind entry_kind_ = EditKind::edit;
+    // The first half of a character typed as two units, until the second comes.
+    wchar pending_high_ = 0;
 };
 
 }  // namespace Tavi

@@ -66,6 +66,17 @@ bool MathSelection::enter_char(wchar c)
 {
     if (!root_)
         return false;
+    // A character beyond 16 bits arrives as two units: the first waits for the second.
+    if (c >= 0xd800 && c <= 0xdbff) {
+        pending_high_ = c;
+        return true;
+    }
+    if (c >= 0xdc00 && c <= 0xdfff) {
+        wchar const high = pending_high_;
+        pending_high_ = 0;
+        return high != 0 && enter_pair(high, c);
+    }
+    pending_high_ = 0;
     MathNode *selected = selected_node();
     long const caret = selected->caret_pos();
     MathEditScene *s = math_scene();
@@ -164,6 +175,31 @@ bool MathSelection::enter_char(wchar c)
         do_replace_node_operation(node);
     }
     return true;
+}
+
+bool MathSelection::enter_pair(wchar high, wchar low)
+{
+    wchar const units[2] = {high, low};
+    MathString text;
+    if (!MathString::decode(units, 2, text))
+        return false;
+    MathNode *selected = selected_node();
+    MathEditScene *s = math_scene();
+    if (dynamic_cast<MathStringNode *>(selected) || dynamic_cast<MathIdentNode *>(selected)) {
+        if (read_only())
+            return true;
+        return run(new_insert_char_op(s, text, selected->caret_pos()), EditKind::typing);
+    }
+    if (dynamic_cast<MathNumberNode *>(selected))
+        return false;
+    if (read_only())
+        return true;
+    MathTemplate *ci = enterable(u"ci");
+    MathNode *node = ci ? ci->create_edit_node(text) : nullptr;
+    if (node == nullptr)
+        return false;
+    EntryKind typing(entry_kind_, EditKind::typing_start);
+    return do_replace_node_operation(node);
 }
 
 bool MathSelection::enter_shortcut(wchar c)

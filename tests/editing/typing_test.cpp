@@ -85,6 +85,7 @@ TEST(Typing, KeyScriptsBuildFormulas)
         {"_{Tab}1", "<isub><plh /><ident>1</ident></isub>"},
         // Typed Unicode: letters become identifiers, operators enter their templates.
         {"α+∞", R"(<plus sgn="++"><ident>α</ident><ident>∞</ident></plus>)"},
+        {"𝔸+a𝔹", R"(<plus sgn="++"><ident>𝔸</ident><ident>a𝔹</ident></plus>)"},
         {"x≤y≤z", R"(<expr tmp="leq"><ident>x</ident><ident>y</ident><ident>z</ident></expr>)"},
         {"a±b", R"(<expr tmp="plusminus"><ident>a</ident><ident>b</ident></expr>)"},
         {"a≠b", R"(<expr tmp="neq"><ident>a</ident><ident>b</ident></expr>)"},
@@ -120,7 +121,7 @@ TEST(Typing, RefusedCharactersAreNotUsed)
         {"12", u'x'},        // a number takes no letters
         {"1.5", u'.'},       // nor a second decimal point
         {"_", u'1'},         // the base of a script is no number
-        {"", 0xd800},        // a surrogate half alone means nothing
+        {"", 0xdc00},        // a second surrogate half without a first means nothing
         {"", 0xffff},        // nor a non-character
         {"", 7},             // nor a control character
     };
