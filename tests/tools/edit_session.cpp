@@ -5,6 +5,7 @@
 
 #include <QAction>
 #include <QClipboard>
+#include <QDialog>
 #include <QGuiApplication>
 #include <QString>
 #include <QtTest/QTest>
@@ -99,6 +100,19 @@ EditWindowSession::EditWindowSession() : window(TAVI_SOURCE_DIR "/data/mathsetup
     if (!QTest::qWaitForWindowActive(&window))
         ADD_FAILURE() << "the window did not become active: its shortcuts would not work";
     formula_widget()->setFocus();
+    watchdog_.setInterval(1000);
+    QObject::connect(&watchdog_, &QTimer::timeout, [this] {
+        QWidget *modal = QApplication::activeModalWidget();
+        if (modal != nullptr && modal == last_modal_) {
+            ADD_FAILURE() << "an unexpected dialog: " << modal->windowTitle().toStdString();
+            if (auto *dialog = qobject_cast<QDialog *>(modal))
+                dialog->reject();
+            else
+                modal->close();
+        }
+        last_modal_ = modal;
+    });
+    watchdog_.start();
 }
 
 QWidget *EditWindowSession::formula_widget() { return window.formula_view()->widget(); }

@@ -42,6 +42,12 @@ public:
     QWidget *formula_widget();
 
     TaviEdit::EditWindow window;
+
+private:
+    // A dialog that no test answers would wait for ever: one still open at the next look is a
+    // failure, and is closed.
+    QTimer watchdog_;
+    QWidget *last_modal_ = nullptr;
 };
 
 // Answers the next modal dialog of class D that opens while this object lives, from inside the
