@@ -7,10 +7,12 @@ packages=(
   # build
   build-essential cmake pkg-config
   qt6-base-dev qt6-svg-dev libexpat1-dev libboost-dev
+  qt6-declarative-dev
   # tests and benchmarks
   libgtest-dev libgmock-dev libbenchmark-dev
-  # checks of real output: SVG, EPS and PDF renderers, a display server for the editor
-  librsvg2-bin ghostscript poppler-utils xvfb xauth
+  # checks of real output: SVG, EPS and PDF renderers, a display server for the editor, and the
+  # keyboard and screenshots of the editor's tests there
+  librsvg2-bin ghostscript poppler-utils xvfb xauth xdotool imagemagick
   # fonts the formulas and the tests draw with
   fonts-urw-base35 fonts-liberation2 fonts-dejavu-core fontconfig
 )
