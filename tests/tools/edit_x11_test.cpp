@@ -23,6 +23,7 @@
 #include "support/edit_session.h"
 #include "support/external_tools.h"
 #include "tools/render_tool.h"
+#include "tools/tavi-edit/edit_window.h"
 
 using namespace TaviTest;
 
@@ -209,12 +210,14 @@ TEST(EditX11, TypedSavedShownCopiedAndPasted)
             *field = std::stoi(line.substr(line.find('=') + 1));
     }
     ASSERT_GT(width, 400) << geometry.output;
-    // The formula's corner is the widget's, under the menu bar at the window's left; the palette
-    // and the status bar, which change too, lie outside this area.
+    // The formula's corner is the widget's, under the menu bar and the margin at the window's left;
+    // the palette and the status bar, which change too, lie outside this area.
     QRect const formula_area(left, top, width / 2, height - 40);
     QRect const drawn = changed_box(before, after, formula_area);
     ASSERT_FALSE(drawn.isEmpty()) << "nothing was drawn in the formula's area";
-    EXPECT_LT(drawn.left() - left, 8) << "the formula starts at the widget's left edge";
+    int const margin = TaviEdit::EditWindow::formula_margin;
+    EXPECT_GE(drawn.left() - left, margin - 2) << "the formula keeps off the window's edge";
+    EXPECT_LT(drawn.left() - left, margin + 8) << "the formula starts at the widget's left edge";
     EXPECT_GT(drawn.top() - top, 12) << "the formula is below the menu bar";
     EXPECT_LT(drawn.top() - top, 60) << "the formula is at the widget's top";
     EXPECT_GT(count_ink(after, drawn.left(), drawn.top(), drawn.right() + 1, drawn.bottom() + 1), 300);

@@ -19,6 +19,7 @@
 #include <QMessageBox>
 #include <QStatusBar>
 #include <QTreeWidget>
+#include <QVBoxLayout>
 
 #include <algorithm>
 #include <cmath>
@@ -70,6 +71,21 @@ QString with_suffix(QString const &path, char const *suffix)
     return QFileInfo(path).suffix().isEmpty() ? path + "." + suffix : path;
 }
 
+// The formula's corner is the widget's: a white band on the left and top keeps the first character
+// and the caret off the window's edge, while the scroll bars stay at the edges.
+QWidget *framed(QWidget *shown)
+{
+    auto *frame = new QWidget(shown->parentWidget());
+    QPalette palette = frame->palette();
+    palette.setColor(QPalette::Window, Qt::white);
+    frame->setPalette(palette);
+    frame->setAutoFillBackground(true);
+    auto *layout = new QVBoxLayout(frame);
+    layout->setContentsMargins(EditWindow::formula_margin, EditWindow::formula_margin, 0, 0);
+    layout->addWidget(shown);
+    return frame;
+}
+
 }  // namespace
 
 std::vector<int> const &EditWindow::zoom_levels()
@@ -93,7 +109,7 @@ EditWindow::EditWindow(QString const &setup_file, QWidget *parent)
     scene_imp_.add_view(&view_);
     formula_view_->widget()->setupStage(&scene_, &view_);
     formula_view_->widget()->installEventFilter(this);
-    setCentralWidget(formula_view_);
+    setCentralWidget(framed(formula_view_));
 
     scene_imp_.modified_listener([this](bool) { update_title(); });
     refresh_timer_.setSingleShot(true);

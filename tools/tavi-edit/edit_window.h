@@ -44,6 +44,8 @@ public:
     static constexpr int png_export_dpi = 144;
     // The text size of exports, in points, whatever the zoom on screen.
     static constexpr double export_font_size = 12.0;
+    // The white band left and above the formula, in pixels.
+    static constexpr int formula_margin = 10;
 
     // Reads the setup file into the formula's template table; with none, or one that fails, the
     // window says so and offers the built-in templates only.
