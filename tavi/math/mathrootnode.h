@@ -2,12 +2,14 @@
 // formula's own attributes, builds the math context for every call that comes down from the scene,
 // and keeps the measured tree of the formula for one width, so that a repaint of an unchanged formula
 // costs no measuring. MathStyleSource is what the root asks of its scene: the style formulas are set in.
+// To a host the root is one element without children, with the attributes "readonly" and "content".
 #pragma once
 
 #include <cstddef>
 #include <memory>
 #include <vector>
 
+#include "tavi/client/glyphnodemixin.h"
 #include "tavi/geometry/point.h"
 #include "tavi/glyph/glyph.h"
 #include "tavi/kxt/wchar.h"
@@ -30,7 +32,7 @@ public:
     virtual MathStyle *math_style() = 0;
 };
 
-class MathRootNode : public Glyph
+class MathRootNode : public Glyph, public AtomGlyphElementMixin
 {
 public:
     // Takes a reference to the top node, which must not be null, and becomes its parent.
@@ -38,6 +40,10 @@ public:
     MathRootNode(MathRootNode const &) = delete;
     MathRootNode &operator=(MathRootNode const &) = delete;
     ~MathRootNode() override;
+
+    // The glyph's count is the only one: a host's ids hold the root the way its parent does.
+    void ref() const override { Glyph::ref(); }
+    void unref() const override { Glyph::unref(); }
 
     MathNode *child() const { return child_; }
 
@@ -109,8 +115,19 @@ public:
     wchar const *tex_text() const { return tex_text_.get(); }
     void tex_text(wchar const *text);
 
+    // The element face. "readonly" is the root's own setting (a BoolArg, or null while it inherits);
+    // "content" is the top node (a MathNodeArg). Setting "content" takes a MathNodeArg or a document
+    // in the content format (a StringArg), only in a scene, and is one step of the scene's history;
+    // content that can't be read, a value of the wrong kind or an attribute the root doesn't have
+    // raises code 3, and a read-only formula code 7.
+    wchar const *tagName() override;
+    VarArg *getAttribute(wchar const *name) override;
+    void setAttribute(wchar const *name, VarArg const *value) override;
+    void removeAttribute(wchar const *name) override;
+
 protected:
     void invalidateCache();
+    Glyph *this_glyph() override { return this; }
 
 private:
     // The context of one call, from the scene's style (a default style when the scene has none).
