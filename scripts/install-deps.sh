@@ -7,6 +7,7 @@ packages=(
   # build
   build-essential cmake pkg-config
   qt6-base-dev qt6-svg-dev libexpat1-dev libboost-dev
+  qt6-declarative-dev
   # tests and benchmarks
   libgtest-dev libgmock-dev libbenchmark-dev
   # checks of real output: SVG, EPS and PDF renderers, a display server for the editor, and the
