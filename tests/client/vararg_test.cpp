@@ -1,6 +1,6 @@
 // VarArg: the signature language as a table of value, signature, answer and where the pointer is
-// left; the tags and child counts hosts depend on; each typed read; lists, tables and the values that
-// own or hold others.
+// left; the tags and child counts hosts depend on; lists, tables and the values that own or hold
+// others.
 #include <cstring>
 #include <functional>
 #include <memory>
@@ -149,60 +149,6 @@ TEST(VarArg, TagsAndChildCounts)
         EXPECT_EQ(row.cat_type, value->cat_type()) << describe(value.get());
         EXPECT_EQ(row.cat_childs, value->cat_childs()) << describe(value.get());
     }
-}
-
-// Each class answers the one read of its kind, and the others say no.
-TEST(VarArg, EachReadAnswersInOneClassOnly)
-{
-    struct Row
-    {
-        Make make;
-        char const *reads;  // the one read that answers, or "" for none
-    };
-    Row const rows[] = {
-        {long_1, "long"},
-        {[] { return new DoubleArg(1.0); }, "double"},
-        {[] { return new BoolArg(true); }, "bool"},
-        {string_x, "string"},
-        {[] { return new IdentArg(u"x"); }, "ident"},
-        {[] { return list_of({}); }, "list"},
-        {[] { return table_of({}); }, "table"},
-        {[] { return new ClientObjectArg(7); }, "obj"},
-        {[] { return new DomainArg(long_1()); }, "domain"},
-        {[] { return new NullArg; }, ""},
-        {[] { return new NilArg; }, ""},
-        {[] { return new MathNodeArg(nullptr); }, ""},
-    };
-    for (Row const &row : rows) {
-        std::unique_ptr<VarArg> value(row.make());
-        long whole;
-        double number;
-        bool flag;
-        wchar const *text;
-        ListArg const *list;
-        TableArg const *table;
-        VarArg *key;
-        std::string answered;
-        auto note = [&answered](bool yes, char const *name) {
-            if (yes)
-                answered += answered.empty() ? name : std::string("+") + name;
-        };
-        note(value->long_val(whole), "long");
-        note(value->double_val(number), "double");
-        note(value->bool_val(flag), "bool");
-        note(value->string_val(text), "string");
-        note(value->ident_val(text), "ident");
-        note(value->list_val(list), "list");
-        note(value->table_val(table), "table");
-        note(value->obj_val(whole), "obj");
-        note(value->domain_val(key), "domain");
-        EXPECT_EQ(row.reads, answered) << describe(value.get());
-    }
-    // And the read gives the value held.
-    EXPECT_EQ("l:-12", describe(std::unique_ptr<VarArg>(new LongArg(-12)).get()));
-    EXPECT_EQ("d:2.5", describe(std::unique_ptr<VarArg>(new DoubleArg(2.5)).get()));
-    EXPECT_EQ("o:9", describe(std::unique_ptr<VarArg>(new ClientObjectArg(9)).get()));
-    EXPECT_EQ("D(s:k)", describe(std::unique_ptr<VarArg>(new DomainArg(new StringArg(u"k"))).get()));
 }
 
 TEST(VarArg, ListsAndTablesOwnTheirValuesAndCopyDeeply)
