@@ -35,11 +35,25 @@ char const quadratic_body[] =
     R"(<expr tmp="implicit_times"><num>4</num><ident>a</ident><ident>c</ident></expr></plus></expr></expr>)"
     R"(<expr tmp="implicit_times"><num>2</num><ident>a</ident></expr></expr></expr>)";
 
+// One xdotool command: "type" with text, or "key" with key names, and the pause after each key.
+struct Step
+{
+    char const *command;
+    char const *argument;
+    int delay_ms;
+};
+
+// A character that is on no key of the server's keyboard (±, α, β) gets a spare key from xdotool
+// for its one press, taken back after half the pause: the program must have read the lent key's
+// meaning by then, and a slow one (a sanitizer's build) needs the long pause.
+constexpr int fast = 20;
+constexpr int lent_key = 400;
+
 // The quadratic formula as xdotool types it: text, and control keys by name.
-std::vector<std::vector<std::string>> const quadratic_keys = {
-    {"type", "x=/-b ±"}, {"key", "ctrl+r"}, {"type", "b^2 -4"}, {"key", "ctrl+t"}, {"type", "a"},
-    {"key", "ctrl+t"},   {"type", "c"},     {"key", "Down"},     {"type", "2"},    {"key", "ctrl+t"},
-    {"type", "a"},
+std::vector<Step> const quadratic_keys = {
+    {"type", "x=/-b ", fast}, {"type", "±", lent_key}, {"key", "ctrl+r", fast}, {"type", "b^2 -4", fast},
+    {"key", "ctrl+t", fast},  {"type", "a", fast},      {"key", "ctrl+t", fast}, {"type", "c", fast},
+    {"key", "Down", fast},    {"type", "2", fast},      {"key", "ctrl+t", fast}, {"type", "a", fast},
 };
 
 std::string read_file(std::string const &path)
@@ -136,13 +150,13 @@ public:
         return id;
     }
 
-    // Gives the window the keyboard and plays the steps: {"type", text} or {"key", name}.
-    void play(std::string const &window, std::vector<std::vector<std::string>> const &steps)
+    // Gives the window the keyboard and plays the steps.
+    void play(std::string const &window, std::vector<Step> const &steps)
     {
         xdotool({"windowfocus", "--sync", window});
-        for (auto const &step : steps) {
-            ToolRun const run = xdotool({step[0], "--delay", "20", step[1]});
-            EXPECT_EQ(0, run.exit_code) << step[0] << " " << step[1] << ": " << run.errors;
+        for (Step const &step : steps) {
+            ToolRun const run = xdotool({step.command, "--delay", std::to_string(step.delay_ms), step.argument});
+            EXPECT_EQ(0, run.exit_code) << step.command << " " << step.argument << ": " << run.errors;
         }
     }
 
@@ -191,7 +205,7 @@ TEST(EditX11, TypedSavedShownCopiedAndPasted)
     ASSERT_FALSE(typed.empty()) << "no tavi-edit window appeared";
     QImage const before = x.screenshot("tavi-edit-x11-empty.png");
     x.play(typed, quadratic_keys);
-    x.play(typed, {{"key", "ctrl+s"}});
+    x.play(typed, {{"key", "ctrl+s", fast}});
     EXPECT_EQ(quadratic_body, saved_body(folder + "/typed.xml"));
 
     QImage const after = x.screenshot("tavi-edit-x11-typed.png");
@@ -230,16 +244,15 @@ TEST(EditX11, TypedSavedShownCopiedAndPasted)
     }
 
     // Copy the whole formula, paste it into a second tavi-edit, and save that one.
-    x.play(typed, {{"key", "ctrl+space"}, {"key", "ctrl+c"}});
+    x.play(typed, {{"key", "ctrl+space", fast}, {"key", "ctrl+c", fast}});
     std::string const pasted = x.start_editor(folder + "/pasted.xml");
     ASSERT_FALSE(pasted.empty());
-    x.play(pasted, {{"key", "ctrl+v"}, {"key", "ctrl+s"}});
+    x.play(pasted, {{"key", "ctrl+v", fast}, {"key", "ctrl+s", fast}});
     EXPECT_EQ(quadratic_body, saved_body(folder + "/pasted.xml"));
 
-    // α comes as text (xdotool maps a spare key to it), β by its keysym, as an input method and a
-    // Greek keyboard layout send them.
+    // α comes as text, β as the keysym of a key; xdotool lends a key to each.
     std::string const greek = x.start_editor(folder + "/greek.xml");
     ASSERT_FALSE(greek.empty());
-    x.play(greek, {{"type", "α+"}, {"key", "Greek_beta"}, {"key", "ctrl+s"}});
+    x.play(greek, {{"type", "α", lent_key}, {"type", "+", fast}, {"key", "Greek_beta", lent_key}, {"key", "ctrl+s", fast}});
     EXPECT_EQ(R"(<plus sgn="++"><ident>α</ident><ident>β</ident></plus>)", saved_body(folder + "/greek.xml"));
 }

@@ -156,7 +156,7 @@ EditWindow::EditWindow(QString const &setup_file, QWidget *parent)
 
 EditWindow::~EditWindow()
 {
-    // The scene forgets the view before either goes.
+    // The scene forgets the view, which goes first, and stops telling the window, which is going.
     scene_.change_listener(nullptr);
     scene_imp_.modified_listener(nullptr);
     scene_imp_.remove_view(&view_);
@@ -247,12 +247,13 @@ void EditWindow::build_insert_menu()
     add_action(insert_menu_, "char_by_name", tr("&Character by Name..."), [this] { insert_char_by_name(); });
     add_action(insert_menu_, "number", tr("N&umber..."), [this] { insert_number(); });
     insert_menu_->addSeparator();
+    insert_menu_->setToolTipsVisible(true);
     // The template's key is shown, not bound: the formula takes it when it is typed.
     for (TemplateEntry const &entry : templates_) {
         QString const name = entry.name;
         QAction *a = add_action(insert_menu_, "template:" + name, entry.keyword, [this, name] { insert_template(name); },
                                 {}, entry.key);
-        a->setData(name);
+        a->setToolTip(name);
     }
 }
 

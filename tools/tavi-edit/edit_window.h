@@ -118,8 +118,9 @@ private:
     void edit(Call call);
     void warn(QString const &text, std::string const &details = std::string());
 
-    EditorScene scene_;
+    // The implementation outlives the scene, which may still reach it while it goes.
     Tavi::Qt_SceneImp scene_imp_;
+    EditorScene scene_;
     Tavi::GlyphView view_;
     QTaviScrollView *formula_view_;
     QTreeWidget *palette_ = nullptr;
