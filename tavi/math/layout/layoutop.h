@@ -59,6 +59,13 @@ public:
     bool accent() const { return accent_; }
     long lspace() const { return lspace_; }
     long rspace() const { return rspace_; }
+    // Replaces both spaces: a template's own use of a dictionary operator may set it closer or wider
+    // than the dictionary does (a factorial's "!" against its operand).
+    void spaces(long lspace, long rspace)
+    {
+        lspace_ = lspace;
+        rspace_ = rspace;
+    }
 
     // The same form and an equal text.
     bool is_op(MathString const &text, Form form) const;

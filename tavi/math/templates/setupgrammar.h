@@ -54,6 +54,8 @@ public:
     static LayoutOp::Form &mo_form(TemplateTable &t) { return t.mo_form_; }
     static int &mo_lbadness(TemplateTable &t) { return t.mo_lbadness_; }
     static int &mo_rbadness(TemplateTable &t) { return t.mo_rbadness_; }
+    static long &mo_lspace(TemplateTable &t) { return t.mo_lspace_; }
+    static long &mo_rspace(TemplateTable &t) { return t.mo_rspace_; }
     static long &idx_from(TemplateTable &t) { return t.idx_from_; }
     static long &idx_to(TemplateTable &t) { return t.idx_to_; }
     static bool &need_character_data(TemplateTable &t) { return t.need_character_data_; }

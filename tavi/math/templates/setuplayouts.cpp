@@ -18,6 +18,7 @@
 #include "tavi/math/layout/layoutsqrt.h"
 #include "tavi/math/layout/layoutstring.h"
 #include "tavi/math/layout/layoutsub.h"
+#include "tavi/math/layout/layoutsubsup.h"
 #include "tavi/math/layout/layoutsup.h"
 #include "tavi/math/layout/layouttable.h"
 #include "tavi/math/layout/layouttext.h"
@@ -62,6 +63,21 @@ int read_badness(Grammar::Element const &e, wchar const *name)
     if (!scan_setup_int(e.text(name, u"0").c_str(), value)) {
         e.table.parse_err();
         return 0;
+    }
+    return value;
+}
+
+// lspace and rspace of mo, in twentieths of the font size: -1 when absent, so that the dictionary's
+// value stands.
+long read_space(Grammar::Element const &e, wchar const *name)
+{
+    wstring const text = e.text(name, u"");
+    if (text.empty())
+        return -1;
+    int value = 0;
+    if (!scan_setup_int(text.c_str(), value) || value < 0) {
+        e.table.parse_err();
+        return -1;
     }
     return value;
 }
@@ -139,7 +155,8 @@ void oper_start(Grammar::Element const &e)
 }
 
 // mo: an operator of the table's dictionary (or a new one) by its text. A form that is not known
-// stops the text from being collected, and the end then knows the element is void.
+// stops the text from being collected, and the end then knows the element is void. lspace and rspace
+// set this use of the operator apart from the dictionary's record, which stays as it is.
 void mo_start(Grammar::Element const &e)
 {
     TemplateTable &t = e.table;
@@ -157,6 +174,8 @@ void mo_start(Grammar::Element const &e)
     }
     Grammar::mo_lbadness(t) = read_badness(e, u"lbadness");
     Grammar::mo_rbadness(t) = read_badness(e, u"rbadness");
+    Grammar::mo_lspace(t) = read_space(e, u"lspace");
+    Grammar::mo_rspace(t) = read_space(e, u"rspace");
 }
 
 void mo_end(TemplateTable &t)
@@ -166,8 +185,13 @@ void mo_end(TemplateTable &t)
         return;
     }
     std::unique_ptr<wstring> const &text = Grammar::character_data(t);
-    Grammar::push(t, t.get_layout_op(text ? text->c_str() : u"", Grammar::mo_form(t), Grammar::mo_lbadness(t),
-                                     Grammar::mo_rbadness(t)));
+    LayoutOp *op = t.get_layout_op(text ? text->c_str() : u"", Grammar::mo_form(t), Grammar::mo_lbadness(t),
+                                   Grammar::mo_rbadness(t));
+    long const lspace = Grammar::mo_lspace(t);
+    long const rspace = Grammar::mo_rspace(t);
+    if (lspace >= 0 || rspace >= 0)
+        op->spaces(lspace >= 0 ? lspace : op->lspace(), rspace >= 0 ? rspace : op->rspace());
+    Grammar::push(t, op);
 }
 
 void token_start(Grammar::Element const &e) { Grammar::need_character_data(e.table) = true; }
@@ -270,7 +294,7 @@ void munderover_start(Grammar::Element const &e)
     Grammar::push(e.table, new LayoutUnderOver(accent, static_cast<char>(align.empty() ? 0 : align[0])));
 }
 
-// msub, msup, mroot, msqrt: made at the end tag from the last `count` layouts, which they replace.
+// msub, msup, msubsup, mroot, msqrt: made at the end tag from the last `count` layouts, which they replace.
 template <class Parent, std::size_t count>
 void wrap_children_end(TemplateTable &t)
 {
@@ -357,6 +381,7 @@ Grammar::Rule const layout_rules[] = {
     {"munderover",    munderover_start, take_children_end<LayoutUnderOver, 3>},
     {"msub",          nullptr,          wrap_children_end<LayoutSub, 2>},
     {"msup",          nullptr,          wrap_children_end<LayoutSup, 2>},
+    {"msubsup",       nullptr,          wrap_children_end<LayoutSubSup, 3>},
     {"mroot",         nullptr,          wrap_children_end<LayoutRoot, 2>},
     {"msqrt",         nullptr,          wrap_children_end<LayoutSqrt, 1>},
     {"optable",       optable_start,    grid_end},

@@ -161,6 +161,8 @@ private:
     LayoutOp::Form mo_form_ = LayoutOp::infix;
     int mo_lbadness_ = 0;
     int mo_rbadness_ = 0;
+    long mo_lspace_ = -1;  // the open mo's own spaces; -1 where the dictionary's stands
+    long mo_rspace_ = -1;
     // The child range of the latest oprow, optable or oplists, for oper idx="*". It stays in force
     // after that element ends. Before any, all children.
     long idx_from_ = 0;

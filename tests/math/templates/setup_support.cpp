@@ -23,6 +23,7 @@
 #include "tavi/math/layout/layoutstring.h"
 #include "tavi/math/layout/layoutsub.h"
 #include "tavi/math/layout/layoutsup.h"
+#include "tavi/math/layout/layoutsubsup.h"
 #include "tavi/math/layout/layouttable.h"
 #include "tavi/math/layout/layouttext.h"
 #include "tavi/math/layout/layoutunder.h"
@@ -86,6 +87,7 @@ std::string describe_layout(Glyph *layout)
         {typeid(LayoutFraction), "frac"},     {typeid(LayoutUnder), "under"},
         {typeid(LayoutOver), "over"},         {typeid(LayoutUnderOver), "underover"},
         {typeid(LayoutSub), "sub"},           {typeid(LayoutSup), "sup"},
+        {typeid(LayoutSubSup), "subsup"},
         {typeid(LayoutRoot), "root"},         {typeid(LayoutSqrt), "sqrt"},
         {typeid(LayoutTable), "table"},       {typeid(LayoutLists), "lists"},
     };

@@ -95,6 +95,8 @@ TEST(SetupReader, EveryFaultIsRecordedAndTheRestOfTheFileStillLands)
         {R"(<content id="a" arity="1"><layout><mo form="foo">+</mo></layout></content>)", true},
         {R"(<content id="a" arity="1"><layout><mo lbadness="x">+</mo></layout></content>)", true},
         {R"(<content id="a" arity="1"><layout><mo rbadness="">+</mo></layout></content>)", true},
+        {R"(<content id="a" arity="1"><layout><mo lspace="-1">+</mo></layout></content>)", true},
+        {R"(<content id="a" arity="1"><layout><mo rspace="x">+</mo></layout></content>)", true},
         {R"(<content id="a" arity="1"><layout><mi/></layout></content>)", true},
         {R"(<content id="a" arity="1"><layout><mi><mn>1</mn></mi></layout></content>)", true},
         {R"(<content id="a" arity="1"><layout><mrow/></layout></content>)", true},
@@ -331,6 +333,7 @@ TEST(SetupReader, LayoutElementsBuildTheirClassesAndChildren)
         {R"(<munderover><mo form="prefix">&amp;Sum;</mo><oper idx="0"/><oper idx="1"/></munderover>)",
          "underover(displayop,fixed,fixed)"},
         {R"(<msup><mi>e</mi><oper idx="0"/></msup>)", "sup(ident,fixed)"},
+        {R"(<msubsup><mi>x</mi><oper idx="0"/><oper idx="1"/></msubsup>)", "subsup(ident,fixed,fixed)"},
         {R"(<optable><oper/><mrow><oper/><mo>,</mo></mrow></optable>)", "table(running,row(running,op))"},
         {R"(<oplists><oprow><oper/><mo>,</mo></oprow><mo>;</mo></oplists>)", "lists(oprow(running,op),op)"},
         // Nesting, and the scripts made at their end: a msub of three leaves the first on the stack.
@@ -354,7 +357,7 @@ TEST(SetupReader, LayoutAttributesReachTheLayouts)
     bool ok = false;
     read_layout(table, R"(<mrow><oper idx="-1" prio="7" slant="noslantedidents"/><oper idx="0" slant="true"/>)"
                        R"(<oper idx="0" slant="0"/><oper idx="0"/>)"
-                       R"(<mo form="postfix" lbadness="-5" rbadness=" 7 ">!</mo>)"
+                       R"(<mo form="postfix" lbadness="-5" rbadness=" 7 " rspace=" 9 ">!</mo>)"
                        R"(<mfrac linethickness="3"><oper idx="0"/><oper idx="1"/></mfrac>)"
                        R"(<munder accent="true"><oper idx="0"/><mo>_</mo></munder>)"
                        R"(<mover><oper idx="0"/><mo>^</mo></mover>)"
@@ -378,6 +381,13 @@ TEST(SetupReader, LayoutAttributesReachTheLayouts)
     ASSERT_NE(nullptr, op);
     EXPECT_EQ(-5.0, op->lbadness());
     EXPECT_EQ(7.0, op->rbadness());
+    // A space of the mo replaces the dictionary's for this use only; the other stays the dictionary's.
+    EXPECT_EQ(3, op->lspace());
+    EXPECT_EQ(9, op->rspace());
+    LayoutOp *record = table.get_layout_op(u"!", LayoutOp::postfix, 0, 0);
+    record->ref();
+    EXPECT_EQ(0, record->rspace());
+    record->unref();
 
     EXPECT_EQ(3, static_cast<LayoutFraction *>(row->component(5))->linethickness());
     EXPECT_TRUE(static_cast<LayoutUnder *>(row->component(6))->accent());
