@@ -160,13 +160,21 @@ public:
         }
     }
 
-    // The whole screen as an image.
+    // The whole screen as an image, once two in a row agree: a window just mapped may not have
+    // painted yet.
     QImage screenshot(std::string const &name)
     {
         std::string const path = artefact_path("tools", name);
-        ToolRun const run = run_tool(find_tool("import"), {"-window", "root", path});
-        EXPECT_EQ(0, run.exit_code) << run.errors;
-        return read_png(path);
+        QImage last;
+        for (int attempt = 0; attempt < 10; ++attempt) {
+            ToolRun const run = run_tool(find_tool("import"), {"-window", "root", path});
+            EXPECT_EQ(0, run.exit_code) << run.errors;
+            QImage const shot = read_png(path);
+            if (!shot.isNull() && shot == last)
+                break;
+            last = shot;
+        }
+        return last;
     }
 
     std::string missing;
