@@ -13,7 +13,7 @@ using namespace Tavi;
 
 void EditorScene::changed(ChangedAspect const &aspect)
 {
-    FormulaScene::changed(aspect);
+    ScriptedFormulaScene::changed(aspect);
     if (listener_)
         listener_();
 }

@@ -1,4 +1,5 @@
-// EditorScene: the formula of tavi-edit's window. It is a FormulaScene that tells the window of every
+// EditorScene: the formula of tavi-edit's window. It is a FormulaScene that can be scripted (through
+// its document, as --script does), that tells the window of every
 // change (so menus, palette and line breaks follow the edits), and whose selection also pastes over
 // the whole formula: the library offers paste only into a slot of a parent, which would leave a new,
 // empty window unable to take a formula from the clipboard.
@@ -7,13 +8,13 @@
 #include <functional>
 #include <vector>
 
-#include "tavi/editing/formulascene.h"
+#include "tavi/client/scriptedformulascene.h"
 #include "tavi/editing/mathselection.h"
 #include "tavi/editing/mathselectionmemo.h"
 
 namespace TaviEdit {
 
-class EditorScene : public Tavi::FormulaScene
+class EditorScene : public Tavi::ScriptedFormulaScene
 {
 public:
     // Called after each change of content or selection, while the scene may still be in the middle of
