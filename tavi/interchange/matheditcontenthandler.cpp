@@ -406,6 +406,8 @@ void MathEditContentHandler::startElement(int, int name, std::vector<Xml::Attrib
         read_chr(attributes);
         return;
     }
+    if (++depth_ > max_depth)
+        fail("elements nested more than 2500 deep\n");
     MathNode *node = make_node(name, attributes);
     bool ipop = false;
     read_bool(Xml::findAttribute(attributes, n_ipop), ipop);
@@ -468,6 +470,7 @@ void MathEditContentHandler::endElement(int, int name)
     default:
         break;
     }
+    --depth_;
     if (current_ == nullptr)
         fail("illegal element\n");
     current_ = dynamic_cast<MathNode *>(current_->parent());
@@ -492,6 +495,7 @@ void MathEditContentHandler::cleanup()
     // What the broken document left half done must not reach the next one.
     signs_.clear();
     buffer_.clear();
+    depth_ = 0;
     Xml::Handler::cleanup();
 }
 
@@ -530,6 +534,7 @@ void MathEditContentHandler::reset()
     read_only_ = false;
     signs_.clear();
     buffer_.clear();
+    depth_ = 0;
     in_token_ = false;
     number_ = false;
     done_ = false;

@@ -39,6 +39,9 @@ public:
 
     // The namespace name of the format, UTF-8.
     static char const *nameSpace();
+    // How deep elements may nest: every walk of a formula goes down it by recursion, and deeper
+    // content is refused rather than let run the stack out.
+    static constexpr int max_depth = 2500;
 
     bool elementName(char const *nameSpace, char const *localName, int &nameSpaceId, int &nameId) override;
     bool attributeName(char const *nameSpace, char const *localName, int &nameSpaceId, int &nameId) override;
@@ -109,6 +112,7 @@ private:
     bool number_ = false;  // the open token is a number
     wchar separator_;
     bool done_ = false;
+    int depth_ = 0;  // node elements open now
 };
 
 }  // namespace Tavi

@@ -32,6 +32,18 @@ std::pair<std::string, std::string> read_back(TemplateTable &table, std::string 
 
 // Each refusal writes "Error in math: " and its reason, and throws; nothing of the broken document
 // is left behind (the sanitizer build sees leaks).
+// Sums, each holding the next, `depth` elements deep in all.
+std::string nested(int depth)
+{
+    std::string text;
+    for (int i = 1; i < depth; ++i)
+        text += "<plus><ident>a</ident>";
+    text += "<ident>b</ident>";
+    for (int i = 1; i < depth; ++i)
+        text += "</plus>";
+    return text;
+}
+
 TEST(ContentReader, EveryMessageOfABadDocument)
 {
     struct Case
@@ -66,6 +78,8 @@ TEST(ContentReader, EveryMessageOfABadDocument)
         // An unknown expression template is reported and stood in for; here the stand-in is missing.
         {"<expr tmp=\"frac\"/>", Change::none, nullptr, "template 'missingTemplate' missing\n",
          "expr@tmp 'frac' unknown\n"},
+        // Nesting beyond the depth every walk of a formula can go down.
+        {nested(MathEditContentHandler::max_depth + 1), Change::none, nullptr, "elements nested more than 2500 deep\n"},
     };
     for (Case const &c : cases) {
         SCOPED_TRACE(c.body);
@@ -141,6 +155,11 @@ TEST(ContentReader, DocumentsWrittenBack)
     }
     TemplateTable table(nullptr);
     EXPECT_EQ(nullptr, read_math_content(table, "<math><ident>y</math>"));  // not well-formed
+    // Nested as deep as a formula may be: read whole.
+    MathRootNode *deep = read_math_content(table, math_doc(nested(MathEditContentHandler::max_depth)));
+    ASSERT_NE(nullptr, deep);
+    deep->ref();
+    deep->unref();
 }
 
 // Text before a named character is flushed as a run of its own, so the runs stay in order.
