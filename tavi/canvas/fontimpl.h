@@ -17,7 +17,7 @@ public:
     // A null name is taken as empty.
     FontSpec(wchar const *name, long size, bool bold, bool italic);
 
-    wchar const *name() const { return name_.c_str(); }
+    wchar const *name() const { return name_; }
     long size() const { return size_; }
     bool bold() const { return (bits_ & bold_bit) != 0; }
     bool italic() const { return (bits_ & italic_bit) != 0; }
@@ -51,7 +51,11 @@ private:
     static constexpr std::uint32_t bold_bit = 0x40000000u;
     static constexpr std::uint32_t italic_bit = 0x80000000u;
 
-    wstring name_;
+    // Every name is kept once for the life of the program (fonts are few): a copy of a description
+    // copies a pointer, and equal names are the same pointer.
+    static wchar const *interned(wchar const *name);
+
+    wchar const *name_;
     long size_;
     // hash in the low 30 bits, bold in bit 30, italic in bit 31.
     std::uint32_t bits_;

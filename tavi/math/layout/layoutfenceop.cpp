@@ -1,6 +1,8 @@
 // LayoutFenceOp: delimiters built from pieces when no ready-made size is large enough.
 #include "tavi/math/layout/layoutfenceop.h"
 
+#include "tavi/canvas/canvas.h"
+
 #include "tavi/geometry/allocationtree.h"
 #include "tavi/geometry/boxtree.h"
 #include "tavi/math/layout/extension_codes.h"
@@ -60,13 +62,25 @@ BoxTree *LayoutFenceOp::request(GlyphContext &gc, BoxTree const &constraint)
     return new BoxTreeLeaf(top.width() + lrspace(context), a, d, lbadness(), rbadness());
 }
 
+// The first piece selects the font and colour, the others only stand further down: a tall fence is
+// many pieces.
 void LayoutFenceOp::draw_column(MathNodeContext &context, long x, long y, long limit, long step)
 {
+    Canvas *canvas = context.canvas();
+    bool selected = false;
     while (step > 0 && y + step < limit) {
-        draw_ext(midChar, context, Point(x, y));
+        if (selected && canvas != nullptr) {
+            canvas->text(&midChar, 1, Point(x, y));
+        } else {
+            draw_ext(midChar, context, Point(x, y));
+            selected = true;
+        }
         y += step;
     }
-    draw_ext(midChar, context, Point(x, limit - step));
+    if (selected && canvas != nullptr)
+        canvas->text(&midChar, 1, Point(x, limit - step));
+    else
+        draw_ext(midChar, context, Point(x, limit - step));
 }
 
 // Top piece at the box's top, bottom piece ending at the box's bottom, middle pieces between.

@@ -1,6 +1,7 @@
 // LayoutOverBarOp: a bar of repeated glyphs.
 #include "tavi/math/layout/layoutoverbarop.h"
 
+#include "tavi/canvas/canvas.h"
 #include "tavi/geometry/allocationtree.h"
 #include "tavi/geometry/boxtree.h"
 #include "tavi/math/layout/extension_codes.h"
@@ -50,10 +51,17 @@ void LayoutOverBarOp::draw(GlyphContext &gc, AllocationTree const &allocation)
     if (glyphWidth <= 0)
         return;
     long const last = p.x + boxWidth - glyphWidth;
-    if (glyphWidth < boxWidth)
-        for (long x = p.x; x < last; x += glyphWidth)
-            draw_ext(normalChar, context, Point(x, p.y));
-    draw_ext(normalChar, context, Point(last, p.y));
+    Canvas *canvas = context.canvas();
+    if (canvas == nullptr || glyphWidth >= boxWidth) {
+        draw_ext(normalChar, context, Point(last, p.y));
+        return;
+    }
+    // The first piece selects the font and colour; the others only stand further along. A bar over a
+    // wide formula is many pieces, and selecting the font again for each of them showed.
+    draw_ext(normalChar, context, p);
+    for (long x = p.x + glyphWidth; x < last; x += glyphWidth)
+        canvas->text(&normalChar, 1, Point(x, p.y));
+    canvas->text(&normalChar, 1, Point(last, p.y));
 }
 
 // An accent over the bar is raised by 100/800 of the glyph's ascent.
