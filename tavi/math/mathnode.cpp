@@ -144,7 +144,9 @@ BoxTree *MathNode::request(GlyphContext &context, BoxTree const &constraint)
         AsMathNode scope(*math, this);
         tree = templ_->request(*math, constraint);
     }
-    if (tree != nullptr)
+    // An atom measures its text again about as fast as its tree would be copied: only nodes with
+    // children keep theirs.
+    if (tree != nullptr && count() > 0)
         layout_memo_ = LayoutMemo::make(*math, constraint, *tree);
     else
         layout_memo_.reset();
@@ -297,11 +299,16 @@ void MathNode::set_caret_pos(bool) {}
 
 void MathNode::modified() { forget_layout(); }
 
+// A node with children keeps a tree only when its subtree is small, and a request of a node requests
+// all of its children: so a node with children but without a kept tree has no ancestor with one, and
+// the walk ends there (an atom keeps none and always passes the change on). That
+// keeps building a deep formula, child under child, from walking up the whole path at every step.
 void MathNode::forget_layout()
 {
-    for (Glyph *g = this; g != nullptr; g = g->parent()) {
+    layout_memo_.reset();
+    for (Glyph *g = parent(); g != nullptr; g = g->parent()) {
         MathNode *node = dynamic_cast<MathNode *>(g);
-        if (node == nullptr)
+        if (node == nullptr || !node->layout_memo_)
             break;
         node->layout_memo_.reset();
     }

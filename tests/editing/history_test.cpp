@@ -141,8 +141,9 @@ TEST(History, RedoOrderDepthAndReadOnly)
 }
 
 // Random keys, characters, templates, deletions, pastes, clicks, undos and redos on every example.
-// After each step the content reads back as written and the path names a node; at the end, undoing
-// everything gives the starting document byte for byte, and redoing everything the end state.
+// After each step the content reads back as written, the path names a node, and the formula measures
+// as the same content read afresh does (the boxes a node keeps must follow every change); at the end,
+// undoing everything gives the starting document byte for byte, and redoing everything the end state.
 TEST(History, RandomEditSequencesUndoAndRedoExactly)
 {
     MemoryFrame frame;
@@ -159,6 +160,7 @@ TEST(History, RandomEditSequencesUndoAndRedoExactly)
     int sequences = 0;
     int steps = 0;
     for (std::string const &file : files) {
+        EditSession fresh;
         for (int run = 0; run < 22; ++run, ++sequences) {
             EditSession e;
             e.scene.array_dimensions_query([&random](std::size_t &rows, std::size_t &cols, char16_t const *) {
@@ -229,6 +231,8 @@ TEST(History, RandomEditSequencesUndoAndRedoExactly)
                     });
                 ASSERT_NE(back, nullptr) << now;
                 ASSERT_EQ(Tavi::write_math_content(*back), now) << file << " after " << done;
+                ASSERT_TRUE(fresh.scene.read_content(now));
+                ASSERT_EQ(e.formula_box(), fresh.formula_box()) << file << " run " << run << " after " << done;
             }
             // Steps undone last are redone first, so that the end state is the furthest one.
             while (e.scene.do_redo()) {

@@ -183,6 +183,15 @@ Rect EditSession::box_of(std::vector<long> const &path)
     return placed ? placed->rect() : Rect();
 }
 
+Box EditSession::formula_box()
+{
+    QPainter painter(&image);
+    Qt_Canvas canvas(&painter, Extension(0, 0, image.height(), image.width()));
+    GlyphContext context(&scene, &view, &canvas, scene.glyph());
+    BoxTree const *tree = scene.glyph()->request(context, BoxTree::unconstrained);
+    return tree ? tree->box() : Box();
+}
+
 std::string EditSession::content() { return content_body(scene.content()); }
 
 MathSelection *EditSession::selection() { return dynamic_cast<MathSelection *>(scene.focus()); }

@@ -14,6 +14,7 @@
 #include <QImage>
 
 #include "tavi/editing/formulascene.h"
+#include "tavi/geometry/box.h"
 #include "tavi/geometry/rect.h"
 #include "tavi/glyph/glyphview.h"
 #include "tavi/glyph/rendersceneimp.h"
@@ -57,6 +58,8 @@ public:
     void click(Tavi::Point point);
     // Where the node at the path stands on the image (after a draw).
     Tavi::Rect box_of(std::vector<long> const &path);
+    // The formula's measured box on the image's canvas.
+    Tavi::Box formula_box();
 
     // The formula in the content format without the math element around it.
     std::string content();

@@ -145,8 +145,9 @@ BoxTree *LayoutAtom::request(GlyphContext &glyph_context, BoxTree const &constra
         if (right < 0)
             width -= right;
         BoxTreeLeaf *leaf = new BoxTreeLeaf(width + 2 * q, ascent, descent, lbadness(), rbadness());
-        // Only the text of an atom node can be laid out again in pieces.
-        if (dynamic_cast<MathAtomNode *>(context.math_node()) != nullptr)
+        // Only the text of an atom node can be laid out again in pieces, and only line wrapping does
+        // that: without it the leaf keeps no context, which is most of what a leaf weighs.
+        if (context.wrap_lines() && dynamic_cast<MathAtomNode *>(context.math_node()) != nullptr)
             leaf->setMathNodeContext(&context);
         return leaf;
     }
