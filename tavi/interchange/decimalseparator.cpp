@@ -2,7 +2,8 @@
 #include "tavi/interchange/decimalseparator.h"
 
 #include <clocale>
-#include <string>
+#include <langinfo.h>
+#include <locale.h>
 
 namespace Tavi {
 
@@ -13,18 +14,17 @@ wchar decimal_separator_of(char const *decimal_point)
 
 namespace {
 
-// The numeric category is switched to the user's locale only for the look, and put back at
-// once: the rest of the program formats and parses numbers in the C locale.
+// The user's numeric conventions are read through a locale object of their own. Switching the
+// process's LC_NUMERIC for the look (setlocale) would, for that moment, change how every other
+// thread formats and parses numbers: a formula written on one thread could get commas in its SVG
+// coordinates while another thread read its first formula.
 wchar read_user_separator()
 {
-    char const *current = std::setlocale(LC_NUMERIC, nullptr);
-    std::string const saved = current != nullptr ? current : "C";
-    wchar separator = u'.';
-    if (std::setlocale(LC_NUMERIC, "") != nullptr) {
-        std::lconv const *conv = std::localeconv();
-        separator = decimal_separator_of(conv != nullptr ? conv->decimal_point : nullptr);
-    }
-    std::setlocale(LC_NUMERIC, saved.c_str());
+    locale_t const user = newlocale(LC_NUMERIC_MASK, "", locale_t(0));
+    if (user == locale_t(0))
+        return u'.';
+    wchar const separator = decimal_separator_of(nl_langinfo_l(RADIXCHAR, user));
+    freelocale(user);
     return separator;
 }
 
@@ -32,6 +32,7 @@ wchar read_user_separator()
 
 wchar decimal_separator()
 {
+    // A function-local static: the first callers on several threads wait for the one read.
     static wchar const separator = read_user_separator();
     return separator;
 }

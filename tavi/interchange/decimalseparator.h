@@ -5,9 +5,9 @@
 
 namespace Tavi {
 
-// The separator of the user's locale, "," or "." and nothing else. Found on first use by
-// switching the numeric locale category to the user's locale for a moment, then kept for the
-// life of the process.
+// The separator of the user's locale, "," or "." and nothing else. Found on first use from the
+// environment's numeric locale (LC_ALL, LC_NUMERIC, LANG), without changing the process's own,
+// then kept for the life of the process. Safe to call from any thread.
 wchar decimal_separator();
 
 // The separator that a reported decimal point stands for: ',' when it begins with a comma, '.'

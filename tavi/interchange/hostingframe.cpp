@@ -1,6 +1,7 @@
 // HostingFrame: the installed frame of the process and the default one.
 #include "tavi/interchange/hostingframe.h"
 
+#include <atomic>
 #include <iostream>
 
 #include "tavi/kxt/utf.h"
@@ -10,12 +11,10 @@ namespace Tavi {
 
 namespace {
 
-// Made at first use and kept for the process; the GUI thread is the only caller.
-HostingFrame *&installed()
-{
-    static HostingFrame *frame = nullptr;
-    return frame;
-}
+// Installed by the host on its own thread, but read by whatever thread a message comes from (a view
+// with no window passes its messages here, and formulas may be drawn on worker threads): hence an
+// atomic pointer. The frame itself must outlive every such reader.
+std::atomic<HostingFrame *> installed_frame{nullptr};
 
 }  // namespace
 
@@ -23,15 +22,13 @@ HostingFrame::~HostingFrame() = default;
 
 HostingFrame &HostingFrame::current()
 {
-    HostingFrame *frame = installed();
+    HostingFrame *frame = installed_frame.load(std::memory_order_acquire);
     return frame != nullptr ? *frame : DefaultHostingFrame::instance();
 }
 
 HostingFrame *HostingFrame::install(HostingFrame *frame)
 {
-    HostingFrame *old = installed();
-    installed() = frame;
-    return old;
+    return installed_frame.exchange(frame, std::memory_order_acq_rel);
 }
 
 Clipboard &DefaultHostingFrame::clipboard() { return Qt_Clipboard::instance(); }

@@ -88,7 +88,8 @@ MathStyle *MathRootNode::scene_style(GlyphContext const &context)
     if (MathStyleSource *source = dynamic_cast<MathStyleSource *>(context.scene()))
         if (MathStyle *style = source->math_style())
             return style;
-    static MathStyle fallback;
+    // One per thread: a style holds counted fonts, and a counted object belongs to one thread.
+    static thread_local MathStyle fallback;
     return &fallback;
 }
 
