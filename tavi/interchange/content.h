@@ -20,6 +20,15 @@ class TemplateTable;
 MathRootNode *read_math_content(TemplateTable &table, char const *data, std::size_t length);
 MathRootNode *read_math_content(TemplateTable &table, std::string const &text);
 
+// The same read as a host reports it to a user: null, with a reason in `error` that begins with
+// `source` (the document's name), when the text is not well-formed ("source:line:column: what
+// expat says"), holds no formula, or is refused by the reader, which raises nothing here. The
+// reader's own messages are gathered in `messages`, each ending in a line end, when it is given,
+// and go to std::cerr otherwise; a formula that was read may have some too (a name the format
+// doesn't know is left out, an unknown template stood in for).
+MathRootNode *read_math_document(TemplateTable &table, std::string const &text, std::string const &source,
+                                 std::string &error, std::string *messages = nullptr);
+
 // The formula as put_xml writes it, UTF-8.
 std::string write_math_content(MathRootNode &root);
 

@@ -178,7 +178,8 @@ std::size_t read_count(Xml::Attribute const *attribute)
 
 }  // namespace
 
-MathEditContentHandler::MathEditContentHandler(TemplateTable &table) : table_(table), separator_(decimal_separator())
+MathEditContentHandler::MathEditContentHandler(TemplateTable &table)
+    : table_(table), messages_(&std::cerr), separator_(decimal_separator())
 {
 }
 
@@ -190,13 +191,13 @@ MathEditContentHandler::~MathEditContentHandler()
 
 void MathEditContentHandler::fail(char const *message)
 {
-    std::cerr << "Error in math: " << message;
+    *messages_ << "Error in math: " << message;
     throw BadMathEditContent();
 }
 
 void MathEditContentHandler::fail(char const *before, wstring const &name, char const *after)
 {
-    std::cerr << "Error in math: " << before << name.c_str() << after;
+    *messages_ << "Error in math: " << before << name.c_str() << after;
     throw BadMathEditContent();
 }
 
@@ -207,12 +208,12 @@ bool MathEditContentHandler::map_name(char const *nameSpace, char const *localNa
     } else if (std::strcmp(nameSpace, MathEditContentHandler::nameSpace()) == 0) {
         nameSpaceId = 1;
     } else {
-        std::cerr << "unknown namespace '" << nameSpace << "'";
+        *messages_ << "unknown namespace '" << nameSpace << "'";
         return false;
     }
     int const id = localName != nullptr ? name_id(localName) : 0;
     if (id == 0) {
-        std::cerr << "unknown element or attribute '" << (localName != nullptr ? localName : "") << "'";
+        *messages_ << "unknown element or attribute '" << (localName != nullptr ? localName : "") << "'";
         return false;
     }
     nameId = id;
@@ -300,7 +301,7 @@ MathNode *MathEditContentHandler::make_node(int name, std::vector<Xml::Attribute
         MathTemplate *templ = table_.get_template(name.c_str());
         if (templ == nullptr) {
             // A formula from a richer setup file keeps its children under a stand-in.
-            std::cerr << "expr@tmp '" << name.c_str() << "' unknown\n";
+            *messages_ << "expr@tmp '" << name.c_str() << "' unknown\n";
             templ = table_.get_template(u"missingTemplate");
             if (templ == nullptr)
                 fail("template 'missingTemplate' missing\n");

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <exception>
+#include <iosfwd>
 #include <vector>
 
 #include "tavi/kxt/wchar.h"
@@ -14,7 +15,7 @@ class MathNode;
 class MathRootNode;
 class TemplateTable;
 
-// Raised by the reader on content it refuses, after the reason went to the standard error stream.
+// Raised by the reader on content it refuses, after the reason went to its message stream.
 class BadMathEditContent : public std::exception
 {
 public:
@@ -26,9 +27,10 @@ public:
 // gathered in a buffer and joined to the token's text when a named character or the end of the
 // token comes ("flushing"), so that the token's runs stay in order.
 //
-// Errors write "Error in math: " and the reason to std::cerr and throw BadMathEditContent out of
-// the callback; the parser then calls `cleanup`. An unknown template in `expr` is the exception:
-// it is reported, "missingTemplate" takes its place and reading goes on.
+// Errors write "Error in math: " and the reason to the message stream (std::cerr unless set) and
+// throw BadMathEditContent out of the callback; the parser then calls `cleanup`. An unknown
+// template in `expr` is the exception: it is reported, "missingTemplate" takes its place and
+// reading goes on.
 class MathEditContentHandler : public Xml::Handler
 {
 public:
@@ -68,6 +70,11 @@ public:
     wchar number_separator() const { return separator_; }
     void number_separator(wchar separator) { separator_ = separator; }
 
+    // Where the reasons go; the stream must outlive the parse. A caller that reads formulas on
+    // several threads at once gives each handler a stream of its own, since redirecting std::cerr
+    // would change it for every thread.
+    void message_stream(std::ostream &out) { messages_ = &out; }
+
 private:
     // A string attribute of `math`: whether it was there (and not empty) and its value.
     struct OptionalText
@@ -83,11 +90,11 @@ private:
     };
 
     // Writes the reason and throws.
-    [[noreturn]] static void fail(char const *message);
-    [[noreturn]] static void fail(char const *before, wstring const &name, char const *after);
+    [[noreturn]] void fail(char const *message);
+    [[noreturn]] void fail(char const *before, wstring const &name, char const *after);
 
     // Maps either kind of name: the same table serves both.
-    static bool map_name(char const *nameSpace, char const *localName, int &nameSpaceId, int &nameId);
+    bool map_name(char const *nameSpace, char const *localName, int &nameSpaceId, int &nameId);
 
     MathNode *make_node(int name, std::vector<Xml::Attribute> &attributes);
     MathNode *make_table(std::vector<Xml::Attribute> &attributes);
@@ -97,6 +104,7 @@ private:
     void set_root(MathNode *node);
 
     TemplateTable &table_;
+    std::ostream *messages_;
     MathNode *root_ = nullptr;     // counted
     MathNode *current_ = nullptr;  // not owning
     std::vector<wstring> signs_;

@@ -1,53 +1,18 @@
-// Reading the setup file and the formula. The content reader writes its reasons to std::cerr, some of
-// them without a line end; they are collected during the parse and passed on line by line.
+// Reading the setup file and the formula; the formula is read as the library reads a document for a
+// host, with its reasons and messages.
 #include "tools/tavi-render/document.h"
 
-#include <climits>
-#include <cstddef>
 #include <fstream>
 #include <iostream>
 #include <iterator>
-#include <sstream>
 
-#include "tavi/interchange/matheditcontenthandler.h"
+#include "tavi/interchange/content.h"
 #include "tavi/kxt/stream.h"
-#include "tavi/kxt/xmlparser.h"
-#include "tavi/math/mathrootnode.h"
 #include "tavi/math/templates/templatetable.h"
 
 namespace TaviRender {
 
 using namespace Tavi;
-
-namespace {
-
-// Sends std::cerr into a buffer for its lifetime, then hands the buffer on to the real stream, or to
-// `target` when there is one, with a line end after every message that lacks one.
-class CollectedErrors
-{
-public:
-    explicit CollectedErrors(std::string *target) : target_(target), saved_(std::cerr.rdbuf(collected_.rdbuf())) {}
-    ~CollectedErrors()
-    {
-        std::cerr.rdbuf(saved_);
-        std::string text = collected_.str();
-        if (!text.empty() && text.back() != '\n')
-            text += '\n';
-        if (target_)
-            *target_ += text;
-        else
-            std::cerr << text << std::flush;
-    }
-    CollectedErrors(CollectedErrors const &) = delete;
-    CollectedErrors &operator=(CollectedErrors const &) = delete;
-
-private:
-    std::ostringstream collected_;
-    std::string *target_;
-    std::streambuf *saved_;
-};
-
-}  // namespace
 
 bool read_input(std::string const &path, std::string &data, std::string &error)
 {
@@ -88,36 +53,7 @@ bool load_setup(TemplateTable &table, std::string const &path, std::string &erro
 MathRootNode *read_formula(TemplateTable &table, std::string const &text, std::string const &source,
                            std::string &error, std::string *messages)
 {
-    if (text.size() > static_cast<std::size_t>(INT_MAX)) {
-        error = source + ": the document is larger than 2 GB";
-        return nullptr;
-    }
-    MathEditContentHandler handler(table);
-    bool well_formed = false;
-    std::string reason;
-    long line = 0;
-    long column = 0;
-    {
-        CollectedErrors const collect(messages);
-        Kxt::Xml::Parser parser(&handler, true, nullptr);
-        try {
-            well_formed = parser.parse(text.data(), static_cast<int>(text.size()), true);
-        } catch (BadMathEditContent const &) {
-            error = source + ": the formula was refused";
-            return nullptr;
-        }
-        reason = parser.errorString();
-        line = parser.errorLine();
-        column = parser.errorColumn();
-    }
-    if (!well_formed) {
-        error = source + ":" + std::to_string(line) + ":" + std::to_string(column) + ": " + reason;
-        return nullptr;
-    }
-    MathRootNode *root = handler.node();
-    if (!root)
-        error = source + ": no formula in the document";
-    return root;
+    return read_math_document(table, text, source, error, messages);
 }
 
 }  // namespace TaviRender
