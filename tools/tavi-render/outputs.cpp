@@ -1,26 +1,13 @@
-// Drawing the formula on each output surface. The Qt targets are measured first on an image of their
-// resolution, with room around the formula, so that the page covers its boxes and all its ink plus
-// a margin; the writers are measured by a writer of their kind. Then the formula is drawn for real,
-// moved into the margin.
+// Drawing the formula on each output surface: SVG here, as glyph outlines on a QSvgGenerator, the
+// other formats by the library, which also gives the page the SVG is drawn on.
 #include "tools/tavi-render/outputs.h"
 
 #include <QBuffer>
-#include <QImage>
-#include <QPageSize>
-#include <QPainter>
-#include <QPdfWriter>
-#include <QSaveFile>
 #include <QSvgGenerator>
 
-#include <algorithm>
-#include <cmath>
 #include <cstdio>
-#include <sstream>
 
-#include "tavi/geometry/extension.h"
-#include "tavi/qt/qt_canvas.h"
-#include "tavi/qt/qt_eps_canvas.h"
-#include "tavi/qt/qt_svg_canvas.h"
+#include "tavi/qt/formulaoutput.h"
 #include "tools/tavi-render/outline_canvas.h"
 #include "tools/tavi-render/render_host.h"
 
@@ -29,147 +16,6 @@ namespace TaviRender {
 using namespace Tavi;
 
 namespace {
-
-// The page round a measured formula: its extent plus the margin on every side, in device units of
-// `dots_per_inch`, and the translation that moves the formula's top left into the margin.
-struct Page
-{
-    Page(Extension const &formula, double dots_per_inch)
-    {
-        long const m = std::lround(margin_points * dots_per_inch / 72.0);
-        width = formula.right() - formula.left() + 2 * m;
-        height = formula.bottom() - formula.top() + 2 * m;
-        if (width < 1)
-            width = 1;
-        if (height < 1)
-            height = 1;
-        offset = Point(m - formula.left(), m - formula.top());
-    }
-    Extension extension() const { return Extension(0, 0, height, width); }
-
-    long width;
-    long height;
-    Point offset;
-};
-
-// Prints the host on a Qt canvas of type C over the painter, with the page's offset; answers the
-// formula's extent.
-template <class C>
-Extension print_on(RenderHost &host, QPaintDevice &device, Extension const &page, Point offset, bool smooth)
-{
-    QPainter painter(&device);
-    if (smooth) {
-        painter.setRenderHint(QPainter::Antialiasing, true);
-        painter.setRenderHint(QPainter::TextAntialiasing, true);
-    }
-    C canvas(&painter, page);
-    canvas.useInheritAliasing(true);
-    canvas.printing(true);
-    canvas.translation(offset);
-    Extension const e = host.print(&canvas);
-    painter.end();
-    return e;
-}
-
-Extension const probe_page(0, 0, 1, 1);
-
-void set_resolution(QImage &image, int dpi)
-{
-    int const dots_per_meter = static_cast<int>(std::lround(dpi / 0.0254));
-    image.setDotsPerMeterX(dots_per_meter);
-    image.setDotsPerMeterY(dots_per_meter);
-}
-
-// The largest image drawn to find the ink, in pixels (64 MB); past it the boxes alone make the page.
-long const max_probe_pixels = 16L * 1000 * 1000;
-
-// The formula drawn with room around it on an image of the resolution, to see where its ink really
-// goes: slanted letters, the index of a root and some layouts draw past their boxes.
-struct InkProbe
-{
-    InkProbe(RenderHost &host, int dpi)
-    {
-        QImage small(1, 1, QImage::Format_ARGB32_Premultiplied);
-        set_resolution(small, dpi);
-        extent = print_on<Qt_Canvas>(host, small, probe_page, Point(0, 0), true);
-        long const w = extent.right() - extent.left();
-        long const h = extent.bottom() - extent.top();
-        // Room of half the formula's height and a third of an inch on each side: ink strays past the
-        // boxes by a part of a line, not by more than the formula is high.
-        pad = h / 2 + dpi / 3;
-        long const pw = w + 2 * pad;
-        long const ph = h + 2 * pad;
-        if (w < 0 || h < 0 || pw * ph > max_probe_pixels)
-            return;
-        image = QImage(static_cast<int>(pw), static_cast<int>(ph), QImage::Format_ARGB32_Premultiplied);
-        if (image.isNull())
-            return;
-        set_resolution(image, dpi);
-        image.fill(Qt::white);
-        origin = Point(pad - extent.left(), pad - extent.top());
-        print_on<Qt_Canvas>(host, image, Extension(0, 0, ph, pw), origin, true);
-        grow_to_ink();
-    }
-
-    // Widens the extent to the bounding box of every pixel that is not white.
-    void grow_to_ink()
-    {
-        QRgb const white = qRgba(255, 255, 255, 255);
-        int top = image.height(), left = image.width(), bottom = -1, right = -1;
-        for (int y = 0; y < image.height(); ++y) {
-            QRgb const *line = reinterpret_cast<QRgb const *>(image.constScanLine(y));
-            for (int x = 0; x < image.width(); ++x) {
-                if (line[x] == white)
-                    continue;
-                top = std::min(top, y);
-                bottom = std::max(bottom, y);
-                left = std::min(left, x);
-                right = std::max(right, x);
-            }
-        }
-        if (bottom < 0)
-            return;
-        extent.merge(Extension(top - origin.y, left - origin.x, bottom + 1 - origin.y, right + 1 - origin.x));
-    }
-
-    Extension extent;     // of the formula, in its own coordinates: boxes and ink together
-    long pad = 0;
-    Point origin;         // where the formula's (0, 0) stands on the image
-    QImage image;         // null when the formula was too large to draw for this
-};
-
-bool render_png(RenderHost &host, int dpi, QByteArray &out, std::string &error)
-{
-    InkProbe const probe(host, dpi);
-    Page const page(probe.extent, dpi);
-    if (page.width > 30000 || page.height > 30000) {
-        error = "the image would be larger than 30000 pixels: lower --dpi or --font-size";
-        return false;
-    }
-    QImage image;
-    QRect const crop(static_cast<int>(probe.origin.x - page.offset.x), static_cast<int>(probe.origin.y - page.offset.y),
-                     static_cast<int>(page.width), static_cast<int>(page.height));
-    if (!probe.image.isNull() && probe.image.rect().contains(crop)) {
-        // The probe is the picture already: cut the page out of it.
-        image = probe.image.copy(crop);
-    } else {
-        image = QImage(static_cast<int>(page.width), static_cast<int>(page.height), QImage::Format_ARGB32_Premultiplied);
-        if (image.isNull()) {
-            error = "no memory for an image of this size";
-            return false;
-        }
-        image.fill(Qt::white);
-        print_on<Qt_Canvas>(host, image, page.extension(), page.offset, true);
-    }
-    set_resolution(image, dpi);
-    QBuffer buffer(&out);
-    buffer.open(QIODevice::WriteOnly);
-    if (!image.save(&buffer, "PNG")) {
-        error = "the PNG could not be encoded";
-        return false;
-    }
-    return true;
-}
 
 void setup_svg(QSvgGenerator &generator, QBuffer &buffer, long width, long height)
 {
@@ -181,59 +27,14 @@ void setup_svg(QSvgGenerator &generator, QBuffer &buffer, long width, long heigh
     generator.setDescription("Typeset by tavi-render");
 }
 
-bool render_svg(RenderHost &host, QByteArray &out, std::string &)
+bool render_svg(RenderHost &host, QByteArray &out)
 {
     // An image of the generator's resolution measures as the generator does.
-    Page const page(InkProbe(host, vector_dpi).extent, vector_dpi);
+    OutputPage const page(ink_extent(host, vector_dpi), vector_dpi);
     QBuffer buffer(&out);
     QSvgGenerator generator;
     setup_svg(generator, buffer, page.width, page.height);
     print_on<Outline_Canvas>(host, generator, page.extension(), page.offset, false);
-    return true;
-}
-
-void setup_pdf(QPdfWriter &writer, long width, long height)
-{
-    writer.setCreator("tavi-render");
-    writer.setTitle("Formula");
-    writer.setResolution(vector_dpi);
-    writer.setPageMargins(QMarginsF(0, 0, 0, 0));
-    QSizeF const points(width * 72.0 / vector_dpi, height * 72.0 / vector_dpi);
-    writer.setPageSize(QPageSize(points, QPageSize::Point, QString(), QPageSize::ExactMatch));
-}
-
-bool render_pdf(RenderHost &host, QByteArray &out, std::string &)
-{
-    Page const page(InkProbe(host, vector_dpi).extent, vector_dpi);
-    QBuffer buffer(&out);
-    buffer.open(QIODevice::WriteOnly);
-    QPdfWriter writer(&buffer);
-    setup_pdf(writer, page.width, page.height);
-    print_on<Qt_Canvas>(host, writer, page.extension(), page.offset, false);
-    return true;
-}
-
-// The writers draw in twentieths of a point (1440 per inch) through header, drawing and footer.
-template <class W>
-bool render_writer(RenderHost &host, QByteArray &out, std::string &)
-{
-    Extension measured;
-    {
-        std::ostringstream scratch;
-        W probe(scratch, probe_page);
-        measured = host.print(&probe);
-    }
-    Page const page(measured, 1440.0);
-    std::ostringstream text;
-    {
-        W writer(text, page.extension());
-        writer.put_header("tavi-render");
-        writer.translation(page.offset);
-        host.print(&writer);
-        writer.put_footer();
-    }
-    std::string const s = text.str();
-    out = QByteArray(s.data(), static_cast<int>(s.size()));
     return true;
 }
 
@@ -244,15 +45,15 @@ bool render(RenderHost &host, Format format, int dpi, QByteArray &out, std::stri
     out.clear();
     switch (format) {
     case Format::png:
-        return render_png(host, dpi, out, error);
+        return render_formula(host, OutputFormat::png, dpi, out, error);
     case Format::svg:
-        return render_svg(host, out, error);
+        return render_svg(host, out);
     case Format::pdf:
-        return render_pdf(host, out, error);
+        return render_formula(host, OutputFormat::pdf, dpi, out, error);
     case Format::eps:
-        return render_writer<Qt_EPS_Canvas>(host, out, error);
+        return render_formula(host, OutputFormat::eps, dpi, out, error);
     case Format::svg_writer:
-        return render_writer<Qt_SVG_Canvas>(host, out, error);
+        return render_formula(host, OutputFormat::svg_writer, dpi, out, error);
     case Format::none:
         break;
     }
@@ -270,17 +71,7 @@ bool write_output(std::string const &path, QByteArray const &data, std::string &
         }
         return true;
     }
-    // QSaveFile writes beside the target and renames only on commit; a failed write removes it.
-    QSaveFile file(QString::fromStdString(path));
-    if (!file.open(QIODevice::WriteOnly)) {
-        error = "cannot write " + path + ": " + file.errorString().toStdString();
-        return false;
-    }
-    if (file.write(data) != data.size() || !file.commit()) {
-        error = "cannot write " + path + ": " + file.errorString().toStdString();
-        return false;
-    }
-    return true;
+    return save_output(path, data, error);
 }
 
 }  // namespace TaviRender

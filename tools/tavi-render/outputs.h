@@ -7,18 +7,17 @@
 
 #include <string>
 
+#include "tavi/qt/formulaoutput.h"
 #include "tools/tavi-render/options.h"
 
 namespace TaviRender {
 
-class RenderHost;
+using Tavi::RenderHost;
 
-// The blank round the formula, in points, so that ink past its boxes (slanted letters, big
-// operators) is not cut off.
-constexpr double margin_points = 2.0;
-
-// Resolution of the vector devices (SVG, PDF): the grain of every position, 1/10 of a point.
-constexpr int vector_dpi = 720;
+// The blank round the formula, in points, and the resolution of the vector devices (SVG, PDF):
+// the library's.
+constexpr double margin_points = Tavi::output_margin_points;
+constexpr int vector_dpi = Tavi::vector_output_dpi;
 
 // The formula in the format: laid out for the target's own measurements, then drawn. `dpi` is used by
 // PNG only. False, with the reason, when the surface cannot be made.

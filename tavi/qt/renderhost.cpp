@@ -1,5 +1,5 @@
-// The windowless host: scene and view brought up in the host's order, and printing through the view.
-#include "tools/tavi-render/render_host.h"
+// RenderHost: scene and view brought up in the host's order, and printing through the view.
+#include "tavi/qt/renderhost.h"
 
 #include <cmath>
 #include <memory>
@@ -8,9 +8,7 @@
 #include "tavi/geometry/boxtree.h"
 #include "tavi/glyph/glyphcontext.h"
 
-namespace TaviRender {
-
-using namespace Tavi;
+namespace Tavi {
 
 AllocationTree RenderScene::root_allocation(GlyphContext &context)
 {
@@ -78,4 +76,4 @@ void RenderHost::typeset(Canvas *canvas)
         std::unique_ptr<AllocationTree> const placed(root_->allocate(0, context, allocation));
 }
 
-}  // namespace TaviRender
+}  // namespace Tavi
