@@ -8,11 +8,17 @@
 #include <QImage>
 #include <QPageSize>
 #include <QPdfWriter>
-#include <QSaveFile>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
+#include <cerrno>
 #include <cmath>
+#include <cstdio>
 #include <sstream>
+#include <system_error>
 
 #include "tavi/qt/qt_canvas.h"
 #include "tavi/qt/qt_eps_canvas.h"
@@ -202,14 +208,47 @@ bool render_formula(RenderHost &host, OutputFormat format, int dpi, QByteArray &
 
 bool save_output(std::string const &path, QByteArray const &data, std::string &error)
 {
-    // QSaveFile writes beside the target and renames only on commit; a failed write removes it.
-    QSaveFile file(QString::fromStdString(path));
-    if (!file.open(QIODevice::WriteOnly)) {
-        error = "cannot write " + path + ": " + file.errorString().toStdString();
+    // A temporary beside the target, renamed over it when complete: a reader of the target sees the
+    // old file or the new one, never a part. Unlike QSaveFile nothing is synced to the disk: a
+    // thousand files of a batch each waiting for the disk would take many times their drawing.
+    // The name is new (O_EXCL) and differs by process and by call, for writers on several threads.
+    static std::atomic<unsigned long> serial{0};
+    auto reason = [&path](int code) {
+        return "cannot write " + path + ": " + std::error_code(code, std::generic_category()).message();
+    };
+    std::string temp;
+    int fd = -1;
+    for (int attempt = 0; attempt < 100 && fd < 0; ++attempt) {
+        temp = path + ".tmp" + std::to_string(::getpid()) + "-" + std::to_string(serial.fetch_add(1));
+        fd = ::open(temp.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        if (fd < 0 && errno != EEXIST)
+            break;
+    }
+    if (fd < 0) {
+        error = reason(errno);
         return false;
     }
-    if (file.write(data) != data.size() || !file.commit()) {
-        error = "cannot write " + path + ": " + file.errorString().toStdString();
+    char const *p = data.constData();
+    std::size_t left = static_cast<std::size_t>(data.size());
+    int failure = 0;
+    while (left > 0 && failure == 0) {
+        ssize_t const n = ::write(fd, p, left);
+        if (n < 0 && errno == EINTR)
+            continue;
+        if (n <= 0) {
+            failure = n < 0 ? errno : EIO;
+            break;
+        }
+        p += n;
+        left -= static_cast<std::size_t>(n);
+    }
+    if (::close(fd) != 0 && failure == 0)
+        failure = errno;
+    if (failure == 0 && std::rename(temp.c_str(), path.c_str()) != 0)
+        failure = errno;
+    if (failure != 0) {
+        ::unlink(temp.c_str());
+        error = reason(failure);
         return false;
     }
     return true;

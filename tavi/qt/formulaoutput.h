@@ -75,7 +75,8 @@ Extension print_on(RenderHost &host, QPaintDevice &device, Extension const &page
 bool render_formula(RenderHost &host, OutputFormat format, int dpi, QByteArray &out, std::string &error);
 
 // The bytes to the file, through a temporary beside it that is renamed over it only when complete.
-// False, with the reason, when they cannot be written; the file is then as it was.
+// False, with the reason, when they cannot be written; the file is then as it was, and no temporary
+// is left. Any thread may call it. The file is not synced to the disk.
 bool save_output(std::string const &path, QByteArray const &data, std::string &error);
 
 }  // namespace Tavi
