@@ -70,6 +70,30 @@ bool parse_int(std::string const &text, int &value)
     return true;
 }
 
+// What is wrong with a batch's command line, or nothing.
+std::string batch_error(Options const &o, std::vector<std::string> const &inputs, bool output_given)
+{
+    if (output_given)
+        return "-o writes one file: a batch writes into --output-dir, with names from --name";
+    if (inputs.empty() && o.files_from.empty())
+        return "a batch needs inputs: files, folders, or --files-from LIST";
+    for (std::string const &input : inputs)
+        if (input == "-")
+            return "standard input cannot be one input of a batch: list files with --files-from -";
+    std::string const &p = o.name_pattern;
+    bool names_each = false;
+    for (std::size_t at = p.find('{'); at != std::string::npos; at = p.find('{', at + 1)) {
+        std::size_t const end = p.find('}', at);
+        std::string const field = end == std::string::npos ? p.substr(at) : p.substr(at, end - at + 1);
+        if (field != "{name}" && field != "{ext}" && field != "{index}")
+            return "bad name pattern '" + p + "': " + field + " is not {name}, {ext} or {index}";
+        names_each = names_each || field != "{ext}";
+    }
+    if (!names_each)
+        return "the name pattern '" + p + "' gives every formula the same file: put {name} or {index} in it";
+    return std::string();
+}
+
 }  // namespace
 
 bool parse_length(std::string const &text, double &points)
@@ -108,6 +132,45 @@ Format format_of_path(std::string const &path)
     return Format::none;
 }
 
+char const *format_suffix(Format format)
+{
+    if (format == Format::svg_writer)
+        return ".svg";
+    for (NamedFormat const &f : formats)
+        if (f.format == format && f.suffix)
+            return f.suffix;
+    return "";
+}
+
+std::string output_name(std::string const &pattern, std::string const &input, Format format, std::size_t index)
+{
+    std::string name = input;
+    while (name.size() > 1 && name.back() == '/')
+        name.pop_back();
+    std::size_t const slash = name.rfind('/');
+    if (slash != std::string::npos)
+        name = name.substr(slash + 1);
+    std::size_t const dot = name.rfind('.');
+    if (dot != std::string::npos && dot > 0)
+        name = name.substr(0, dot);
+    std::string out;
+    for (std::size_t i = 0; i < pattern.size();) {
+        if (pattern.compare(i, 6, "{name}") == 0) {
+            out += name;
+            i += 6;
+        } else if (pattern.compare(i, 5, "{ext}") == 0) {
+            out += format_suffix(format);
+            i += 5;
+        } else if (pattern.compare(i, 7, "{index}") == 0) {
+            out += std::to_string(index);
+            i += 7;
+        } else {
+            out += pattern[i++];
+        }
+    }
+    return out;
+}
+
 char const *format_name(Format format)
 {
     for (NamedFormat const &f : formats)
@@ -121,6 +184,8 @@ ParseResult parse_options(std::vector<std::string> const &arguments)
     ParseResult result;
     Options &o = result.options;
     std::vector<std::string> positional;
+    bool output_given = false;
+    bool name_given = false;
 
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         std::string arg = arguments[i];
@@ -152,6 +217,31 @@ ParseResult parse_options(std::vector<std::string> const &arguments)
         } else if (arg == "-o" || arg == "--output") {
             if (!take(o.output))
                 return result;
+            output_given = true;
+        } else if (arg == "--output-dir") {
+            if (!take(o.output_dir))
+                return result;
+            if (o.output_dir.empty()) {
+                result.error = "--output-dir needs a folder";
+                return result;
+            }
+            o.batch = true;
+        } else if (arg == "--name") {
+            if (!take(o.name_pattern))
+                return result;
+            name_given = true;
+        } else if (arg == "--files-from") {
+            if (!take(o.files_from))
+                return result;
+        } else if (arg == "-j" || arg == "--jobs") {
+            if (!take(v))
+                return result;
+            if (!parse_int(v, o.jobs)) {
+                result.error = "bad number of jobs '" + v + "' (a whole number from 1 to 10000)";
+                return result;
+            }
+        } else if (arg == "-q" || arg == "--quiet") {
+            o.quiet = true;
         } else if (arg == "--setup") {
             if (!take(o.setup))
                 return result;
@@ -194,15 +284,29 @@ ParseResult parse_options(std::vector<std::string> const &arguments)
         }
     }
 
-    if (positional.size() > 1) {
-        result.error = "more than one input file";
-        return result;
-    }
-    if (!positional.empty()) {
-        o.input = positional[0];
-    }
     if (o.help)
         return result;
+    if (!o.batch) {
+        if (positional.size() > 1 || !o.files_from.empty()) {
+            result.error = "several inputs are a batch: give --output-dir DIR for their outputs";
+            return result;
+        }
+        if (name_given) {
+            result.error = "--name names the outputs of a batch: give --output-dir DIR too";
+            return result;
+        }
+        if (!positional.empty())
+            o.input = positional[0];
+    } else {
+        result.error = batch_error(o, positional, output_given);
+        if (!result.error.empty())
+            return result;
+        o.inputs = positional;
+        // Written into files named by suffix, a batch is SVG unless told, as standard output is.
+        if (o.format == Format::none)
+            o.format = Format::svg;
+        return result;
+    }
     if (o.format == Format::none) {
         if (o.output == "-") {
             o.format = Format::svg;
@@ -218,6 +322,7 @@ ParseResult parse_options(std::vector<std::string> const &arguments)
 std::string usage_text()
 {
     return "Usage: tavi-render [OPTIONS] [INPUT]\n"
+           "       tavi-render [OPTIONS] --output-dir DIR INPUT... [--files-from LIST]\n"
            "Typesets a formula in the math edit content format (XML) and writes it as SVG, PDF, EPS or PNG.\n"
            "INPUT is a file, or standard input when it is '-' or left out.\n"
            "\n"
@@ -232,12 +337,24 @@ std::string usage_text()
            "                       (e.g. 8cm; a bare number is points)\n"
            "  -h, --help           show this text\n"
            "\n"
+           "Many formulas in one run (the setup and the fonts are loaded once, all cores draw):\n"
+           "      --output-dir DIR write each input's drawing into DIR (made if missing)\n"
+           "      --name PATTERN   the file name in DIR: {name} is the input's name without its\n"
+           "                       suffix, {ext} the format's suffix, {index} the input's number\n"
+           "                       from 1 (default {name}{ext}); the format is svg unless given\n"
+           "      --files-from LIST  take more inputs from LIST, a path a line ('-': standard input)\n"
+           "  -j, --jobs N         draw on N threads (default: one per core)\n"
+           "  -q, --quiet          no progress bar (it shows on a terminal when a batch takes long)\n"
+           "The inputs of a batch are files and folders, whose .xml files are taken in name order.\n"
+           "A bad input is named with the reason and the others go on.\n"
+           "\n"
            "Formats: png (Qt on a QImage), svg (Qt on a QSvgGenerator, text as outlines: needs no\n"
            "fonts to view), pdf (Qt on a QPdfWriter), eps (the EPS writer: text in the standard\n"
            "PostScript fonts, symbol-font text left out), svg-writer (the SVG writer: text as text).\n"
            "\n"
            "Exit status: 0 on success, 1 when the input or setup cannot be read or the output not\n"
-           "written (nothing is left behind), 2 for a bad command line.\n";
+           "written (nothing is left behind), or when any input of a batch failed (how many is\n"
+           "said on standard error), 2 for a bad command line.\n";
 }
 
 }  // namespace TaviRender

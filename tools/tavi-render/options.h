@@ -2,6 +2,7 @@
 // parsing of the lengths and sizes it is given.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -27,6 +28,17 @@ struct Options
     int dpi = 96;                   // PNG only
     double width = 0.0;             // wrap width in points; 0 means no wrapping
     bool help = false;
+
+    // A batch: many inputs, each written to a file of its own in one folder. `inputs` are files
+    // and folders (whose .xml files are taken); `files_from` is a file ("-" standard input) that
+    // lists more, a path a line.
+    bool batch = false;             // set by --output-dir, which every batch needs
+    std::vector<std::string> inputs;
+    std::string files_from;
+    std::string output_dir;
+    std::string name_pattern = "{name}{ext}";
+    int jobs = 0;                   // 0: one per core
+    bool quiet = false;             // no progress bar
 };
 
 struct ParseResult
@@ -48,6 +60,14 @@ Format format_named(std::string const &name);
 // The format that an output file's suffix stands for (".png", ".svg", ".pdf", ".eps"), or none.
 Format format_of_path(std::string const &path);
 char const *format_name(Format format);
+
+// The suffix written for the format: ".png", ".svg" (both SVG formats), ".pdf", ".eps".
+char const *format_suffix(Format format);
+
+// The output file's name for an input in a batch: the pattern with "{name}" replaced by the input's
+// file name without its suffix, "{ext}" by the format's suffix and "{index}" by the input's number
+// in the batch, from 1.
+std::string output_name(std::string const &pattern, std::string const &input, Format format, std::size_t index);
 
 // The text of --help.
 std::string usage_text();
