@@ -4,6 +4,8 @@
 #include <ostream>
 #include <sstream>
 
+#include <gtest/gtest.h>
+
 #include "support/math_fixture.h"
 #include "tavi/client/clientcall.h"
 #include "tavi/client/domexception.h"
@@ -69,6 +71,14 @@ VarArg *s(char16_t const *text) { return new StringArg(text); }
 VarArg *o(long id) { return new ClientObjectArg(id); }
 VarArg *nil() { return new NilArg; }
 
+ListArg *list_of(std::vector<VarArg *> const &items)
+{
+    auto *list = new ListArg;
+    for (VarArg *item : items)
+        list->push_back(item);
+    return list;
+}
+
 std::string call(DOMObjectMgr &mgr, long id, char16_t const *name, std::initializer_list<VarArg *> args)
 {
     auto *list = new ListArg;
@@ -87,6 +97,13 @@ std::string call(DOMObjectMgr &mgr, long id, char16_t const *name, std::initiali
     } catch (DOMException const &e) {
         return "x:" + std::to_string(e.code());
     }
+}
+
+void run_calls(DOMObjectMgr &mgr, CallRow const *rows, std::size_t count)
+{
+    for (std::size_t i = 0; i < count; ++i)
+        EXPECT_EQ(rows[i].answer, call(mgr, rows[i].id, rows[i].name, rows[i].args))
+            << "call " << rows[i].id << '.' << Kxt::to_string(rows[i].name) << " (row " << i << ')';
 }
 
 // ---- The element tree ----

@@ -35,10 +35,28 @@ Tavi::VarArg *s(char16_t const *text);
 Tavi::VarArg *o(long id);
 Tavi::VarArg *nil();
 
+// A list of the values, which it owns.
+Tavi::ListArg *list_of(std::vector<Tavi::VarArg *> const &items);
+
 // Runs one client call, as a host would, and describes the outcome: the answer's text, or
 // "error:<message>" when no function fits, or "x:<code>" when a DOMException comes out.
 std::string call(Tavi::DOMObjectMgr &mgr, long id, char16_t const *name,
                  std::initializer_list<Tavi::VarArg *> args = {});
+
+// One call of a table and the outcome it must have; run_calls runs a table in order.
+struct CallRow
+{
+    long id;
+    char16_t const *name;
+    std::initializer_list<Tavi::VarArg *> args;
+    char const *answer;
+};
+void run_calls(Tavi::DOMObjectMgr &mgr, CallRow const *rows, std::size_t count);
+template <std::size_t N>
+void run_calls(Tavi::DOMObjectMgr &mgr, CallRow const (&rows)[N])
+{
+    run_calls(mgr, rows, N);
+}
 
 // ---- A tree of element glyphs ----
 

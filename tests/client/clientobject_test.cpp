@@ -17,6 +17,7 @@ namespace {
 
 using namespace Tavi;
 using ClientTest::b;
+using ClientTest::list_of;
 using ClientTest::l;
 using ClientTest::o;
 using ClientTest::s;
@@ -105,14 +106,6 @@ TEST(ClientObjectMgr, AManagerThatGoesLetsGoOfEveryIdStillHeld)
     EXPECT_EQ(1, kept->ref_count());
     EXPECT_EQ(-1, kept->client_object_id());
     kept->unref();
-}
-
-ListArg *list_of(std::vector<VarArg *> items)
-{
-    auto *list = new ListArg;
-    for (VarArg *item : items)
-        list->push_back(item);
-    return list;
 }
 
 TEST(ClientCall, ReadsTargetNameAndArguments)

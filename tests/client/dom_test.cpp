@@ -9,7 +9,6 @@
 
 #include "client/client_fixture.h"
 #include "tavi/client/domexception.h"
-#include "tavi/kxt/utf.h"
 
 namespace {
 
@@ -20,13 +19,7 @@ using ClientTest::nil;
 using ClientTest::o;
 using ClientTest::s;
 
-struct CallRow
-{
-    long id;
-    char16_t const *name;
-    std::initializer_list<VarArg *> args;
-    char const *answer;
-};
+using ClientTest::CallRow;
 
 std::string const no_match = "error:No matching callback function.";
 
@@ -108,9 +101,7 @@ TEST(DOMCalls, EveryFunctionByNameOnATree)
         {2, u"replaceChild",    {o(1), o(4)},           "x:3"},
         {2, u"setAttribute",    {s(u"colour"), s(u"red")}, "x:3"},
     };
-    for (CallRow const &row : rows)
-        EXPECT_EQ(row.answer, ClientTest::call(scene, row.id, row.name, row.args))
-            << "call " << row.id << '.' << Kxt::to_string(row.name) << " (row " << (&row - rows) << ')';
+    ClientTest::run_calls(scene, rows);
 
     EXPECT_EQ("doc(R(C,B,A))", scene.shape());
     // Step 1 of each move is a removal of its own: eight changes, and the one selection.

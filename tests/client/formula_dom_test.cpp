@@ -20,15 +20,7 @@ using ClientTest::nil;
 using ClientTest::o;
 using ClientTest::s;
 
-struct CallRow
-{
-    long id;
-    char16_t const *name;
-    std::initializer_list<VarArg *> args;
-    char const *answer;
-};
-
-Kxt::wstring wide(std::string const &text) { return Kxt::to_ustring(text); }
+using ClientTest::CallRow;
 
 TEST(FormulaDOM, OneElementWithoutChildren)
 {
@@ -83,9 +75,7 @@ TEST(FormulaDOM, OneElementWithoutChildren)
         // A formula in no scene takes no content, whatever it is given.
         {3, u"setAttribute",    {s(u"content"), o(2)},       "none"},
     };
-    for (CallRow const &row : rows)
-        EXPECT_EQ(row.answer, ClientTest::call(host.scene, row.id, row.name, row.args))
-            << "call " << row.id << '.' << Kxt::to_string(row.name) << " (row " << (&row - rows) << ')';
+    ClientTest::run_calls(host.scene, rows);
 
     EXPECT_EQ(before, host.scene.content());
     EXPECT_EQ(0u, host.scene.history().undo_count());
@@ -104,7 +94,7 @@ TEST(FormulaDOM, NewContentIsOneUndoableStep)
     // The content is read as a node, and set from a document in the content format.
     std::unique_ptr<VarArg> old_content(host.scene.getAttribute(formula, u"content"));
     EXPECT_EQ("m", ClientTest::describe(old_content.get()));
-    StringArg const text(wide(after).c_str());
+    StringArg const text(Kxt::to_ustring(after).c_str());
     host.scene.setAttribute(formula, u"content", &text);
 
     EXPECT_EQ(after, host.scene.content());
@@ -149,9 +139,7 @@ TEST(FormulaDOM, ReadOnlyFormulaRefusesNewContent)
     };
     ASSERT_EQ(1, host.scene.document_id());
     ASSERT_EQ(2, host.scene.documentElement(1));
-    for (CallRow const &row : rows)
-        EXPECT_EQ(row.answer, ClientTest::call(host.scene, row.id, row.name, row.args))
-            << Kxt::to_string(row.name) << " (row " << (&row - rows) << ')';
+    ClientTest::run_calls(host.scene, rows);
     EXPECT_EQ(before, host.scene.content());
     // Each change of the setting is a change through the DOM too, and the view shows it.
     EXPECT_EQ(3, host.observer.updates);

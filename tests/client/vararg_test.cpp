@@ -1,7 +1,5 @@
 // VarArg: the signature language as a table of value, signature, answer and where the pointer is
-// left; the tags and child counts hosts depend on; lists, tables and the values that own or hold
-// others.
-#include <cstring>
+// left; lists, tables and the values that own or hold others.
 #include <functional>
 #include <memory>
 #include <stdexcept>
@@ -19,14 +17,7 @@ namespace {
 
 using namespace Tavi;
 using ClientTest::describe;
-
-ListArg *list_of(std::initializer_list<VarArg *> items)
-{
-    auto *list = new ListArg;
-    for (VarArg *item : items)
-        list->push_back(item);
-    return list;
-}
+using ClientTest::list_of;
 
 TableArg *table_of(std::initializer_list<std::pair<VarArg *, VarArg *>> pairs)
 {
@@ -118,36 +109,6 @@ TEST(VarArg, SignatureLanguage)
         long const pointer = s == nullptr ? -1 : static_cast<long>(s - row.signature);
         EXPECT_EQ(row.answer, answer) << row.value << " against \"" << (row.signature ? row.signature : "(null)") << '"';
         EXPECT_EQ(row.pointer, pointer) << row.value << " against \"" << (row.signature ? row.signature : "(null)") << '"';
-    }
-}
-
-// The host's tags, shared 36 and fixed child counts included.
-TEST(VarArg, TagsAndChildCounts)
-{
-    struct Row
-    {
-        Make make;
-        int cat_type;
-        long cat_childs;
-    };
-    Row const rows[] = {
-        {long_1, 3, 0},
-        {[] { return new DoubleArg(1.0); }, 2, 0},
-        {[] { return new BoolArg(true); }, 11, 0},
-        {string_x, 10, 0},
-        {[] { return new IdentArg(u"x"); }, 20, 0},
-        {[] { return new NullArg; }, 13, 0},
-        {[] { return new NilArg; }, 14, 0},
-        {[] { return list_of({long_1(), long_1(), long_1()}); }, 23, 3},
-        {[] { return table_of({{string_x(), long_1()}, {string_x(), long_1()}}); }, 25, 1},
-        {[] { return new ClientObjectArg(7); }, 36, 3},
-        {[] { return new DomainArg(long_1()); }, 35, 2},
-        {[] { return new MathNodeArg(nullptr); }, 36, 2},
-    };
-    for (Row const &row : rows) {
-        std::unique_ptr<VarArg> value(row.make());
-        EXPECT_EQ(row.cat_type, value->cat_type()) << describe(value.get());
-        EXPECT_EQ(row.cat_childs, value->cat_childs()) << describe(value.get());
     }
 }
 
