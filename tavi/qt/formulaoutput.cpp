@@ -80,21 +80,27 @@ struct InkProbe
         grow_to_ink();
     }
 
-    // Widens the extent to the bounding box of every pixel that is not white.
+    // Widens the extent to the bounding box of every pixel that is not white. The image is mostly
+    // the white room round the formula, and at the vector resolution it has millions of pixels: a
+    // row is searched from each end for its first ink only, with the sizes read once.
     void grow_to_ink()
     {
         QRgb const white = qRgba(255, 255, 255, 255);
-        int top = image.height(), left = image.width(), bottom = -1, right = -1;
-        for (int y = 0; y < image.height(); ++y) {
+        int const width = image.width();
+        int const height = image.height();
+        int top = height, left = width, bottom = -1, right = -1;
+        for (int y = 0; y < height; ++y) {
             QRgb const *line = reinterpret_cast<QRgb const *>(image.constScanLine(y));
-            for (int x = 0; x < image.width(); ++x) {
-                if (line[x] == white)
-                    continue;
-                top = std::min(top, y);
-                bottom = std::max(bottom, y);
-                left = std::min(left, x);
-                right = std::max(right, x);
-            }
+            QRgb const *first = std::find_if(line, line + width, [white](QRgb p) { return p != white; });
+            if (first == line + width)
+                continue;
+            QRgb const *last = line + width - 1;
+            while (*last == white)
+                --last;
+            top = std::min(top, y);
+            bottom = y;
+            left = std::min(left, static_cast<int>(first - line));
+            right = std::max(right, static_cast<int>(last - line));
         }
         if (bottom < 0)
             return;
