@@ -2,7 +2,10 @@
 #include "font_drawing.h"
 
 #include "tavi/canvas/color.h"
+#include "tavi/geometry/allocationtree.h"
 #include "tavi/geometry/extension.h"
+#include "tavi/math/mathnode.h"
+#include "tavi/math/mathnodecontext.h"
 #include "tavi/qt/qt_pixmap_canvas.h"
 
 #include <QGlyphRun>
@@ -68,6 +71,31 @@ long differing_pixels(QImage const &a, QImage const &b)
             if (std::abs(qGray(a.pixel(x, y)) - qGray(b.pixel(x, y))) > 64)
                 ++count;
     return count;
+}
+
+MathInfo::Settings formula_settings(bool display)
+{
+    MathInfo::Settings s;
+    s.font = Font(u"Times New Roman", 480, false, false);
+    s.displaystyle = display;
+    s.slanted_identifiers = true;
+    return s;
+}
+
+PaintedFormula paint_formula(MathNode *node, bool display, long margin)
+{
+    MathInfo::Settings const settings = formula_settings(display);
+    PaintedFormula p;
+    Qt_Pixmap_Canvas gauge(Extension(0, 0, 1, 1), nullptr, 0);
+    MathNodeContext measuring(GlyphContext(nullptr, nullptr, &gauge, nullptr), nullptr, settings);
+    p.box.reset(node->request(measuring, BoxTree::unconstrained));
+    long const height = p.box->ascent() + p.box->descent() + 2 * margin;
+    Qt_Pixmap_Canvas canvas(Extension(0, 0, height, p.box->width() + 2 * margin), nullptr, 0);
+    canvas.erase(Color::white);
+    MathNodeContext drawing(GlyphContext(nullptr, nullptr, &canvas, nullptr), nullptr, settings);
+    node->draw(drawing, AllocationTree(Point(margin, margin + p.box->ascent()), p.box.get()));
+    p.image = canvas.pixmap()->toImage();
+    return p;
 }
 
 }  // namespace TaviTest

@@ -1,16 +1,25 @@
-// Helpers of the font tests: one character drawn through a Qt_Pixmap_Canvas as a formula draws it,
-// the same glyph drawn straight from a font file, and the comparison of the two.
+// Helpers of the real-font tests: one character drawn through a Qt_Pixmap_Canvas as a formula draws
+// it, the same glyph drawn straight from a font file, and the comparison of the two; a whole formula
+// measured and painted on real pixels.
 #pragma once
 
 #include "tavi/canvas/font.h"
 #include "tavi/canvas/gauge.h"
 #include "tavi/geometry/point.h"
+#include "tavi/geometry/boxtree.h"
 #include "tavi/kxt/wchar.h"
+#include "tavi/math/mathinfo.h"
 
 #include <QImage>
 #include <QRawFont>
 #include <QSize>
 #include <QString>
+
+#include <memory>
+
+namespace Tavi {
+class MathNode;
+}
 
 namespace TaviTest {
 
@@ -31,5 +40,17 @@ QImage draw_from_file(QRawFont const &raw, char32_t code, QSize size, Tavi::Poin
 
 // How many pixels differ by more than a quarter of the grey scale.
 long differing_pixels(QImage const &a, QImage const &b);
+
+// 24-point Times New Roman with identifiers slanted, in display or text style.
+Tavi::MathInfo::Settings formula_settings(bool display);
+
+// A formula in those settings, measured on a gauge of its own and painted on white with `margin`
+// pixels all round: the box's origin stands at (margin, margin + ascent).
+struct PaintedFormula
+{
+    QImage image;
+    std::unique_ptr<Tavi::BoxTree> box;
+};
+PaintedFormula paint_formula(Tavi::MathNode *node, bool display, long margin);
 
 }  // namespace TaviTest

@@ -6,21 +6,17 @@
 #include <gtest/gtest.h>
 
 #include <QImage>
-#include <QPixmap>
 
-#include <memory>
 #include <string>
 
+#include "font_drawing.h"
 #include "support/external_tools.h"
 #include "support/math_fixture.h"
-#include "tavi/geometry/allocationtree.h"
 #include "tavi/geometry/boxtree.h"
 #include "tavi/interchange/content.h"
 #include "tavi/math/mathnode.h"
-#include "tavi/math/mathnodecontext.h"
 #include "tavi/math/mathrootnode.h"
 #include "tavi/math/templates/templatetable.h"
-#include "tavi/qt/qt_pixmap_canvas.h"
 
 namespace {
 
@@ -30,36 +26,14 @@ using namespace TaviTest;
 long const em = 32;
 long const margin = 8;
 
-struct Picture
-{
-    QImage image;
-    std::unique_ptr<BoxTree> box;  // the top node's box, its origin at (margin, margin + ascent)
-};
-
 // The formula `body` (content elements) read with the default setup, measured and painted.
-Picture paint(std::string const &body, bool display)
+PaintedFormula paint(std::string const &body, bool display)
 {
     TemplateTable table(nullptr);
     EXPECT_TRUE(read_default_setup(table));
     Held<MathRootNode> root(read_math_content(
         table, "<math xmlns=\"http://www.tavi-math.org/xml/MathEditContent\">" + body + "</math>"));
-    MathNode *top = root->child();
-    MathInfo::Settings settings;
-    settings.font = Font(u"Times New Roman", 480, false, false);
-    settings.displaystyle = display;
-    settings.slanted_identifiers = true;
-
-    Picture p;
-    Qt_Pixmap_Canvas gauge(Extension(0, 0, 1, 1), nullptr, 0);
-    MathNodeContext measuring(GlyphContext(nullptr, nullptr, &gauge, nullptr), nullptr, settings);
-    p.box.reset(top->request(measuring, BoxTree::unconstrained));
-    long const height = p.box->ascent() + p.box->descent() + 2 * margin;
-    Qt_Pixmap_Canvas canvas(Extension(0, 0, height, p.box->width() + 2 * margin), nullptr, 0);
-    canvas.erase(Color::white);
-    MathNodeContext drawing(GlyphContext(nullptr, nullptr, &canvas, nullptr), nullptr, settings);
-    top->draw(drawing, AllocationTree(Point(margin, margin + p.box->ascent()), p.box.get()));
-    p.image = canvas.pixmap()->toImage();
-    return p;
+    return paint_formula(root->child(), display, margin);
 }
 
 bool ink_column(QImage const &image, int x) { return count_ink(image, x, 0, x + 1, image.height()) > 0; }
@@ -98,7 +72,7 @@ TEST(SetupSpacingPng, OperatorsStandAgainstTheirOperands)
     };
     for (Case const &c : cases) {
         SCOPED_TRACE(c.name);
-        Picture const p = paint(c.body, true);
+        PaintedFormula const p = paint(c.body, true);
         ASSERT_GT(p.box->count(), c.child);
         long const x = margin + p.box->child(c.child)->offset().x;
         long const gap = gap_at(p.image, x);
@@ -120,7 +94,7 @@ int top_ink_row(QImage const &image, int left, int right)
 // sum's stand above and below it. Boxes: the limits' offsets; pixels: whose ink is the highest.
 TEST(SetupSpacingPng, IntegralLimitsBesideTheSignAndSumLimitsAboveIt)
 {
-    Picture const integral = paint(R"(<expr tmp="defint"><ident>x</ident><ident>x</ident><num>0</num><num>1</num></expr>)",
+    PaintedFormula const integral = paint(R"(<expr tmp="defint"><ident>x</ident><ident>x</ident><num>0</num><num>1</num></expr>)",
                                    true);
     BoxTree const *limits = integral.box->child(0);
     ASSERT_EQ(limits->count(), 3);
@@ -135,7 +109,7 @@ TEST(SetupSpacingPng, IntegralLimitsBesideTheSignAndSumLimitsAboveIt)
         << "ink above the integral sign";
     integral.image.save(QString::fromStdString(artefact_path("setup-spacing", "integral.png")));
 
-    Picture const sum = paint(R"(<expr tmp="sum"><ident>k</ident><num>1</num><ident>n</ident></expr>)", true);
+    PaintedFormula const sum = paint(R"(<expr tmp="sum"><ident>k</ident><num>1</num><ident>n</ident></expr>)", true);
     BoxTree const *stack = sum.box->child(0);
     ASSERT_EQ(stack->count(), 3);
     BoxTree const *over = stack->child(2);

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "font_drawing.h"
 #include "support/external_tools.h"
 #include "support/formula_builder.h"
 #include "tavi/geometry/allocationtree.h"
@@ -35,15 +36,6 @@ long const cs = 16;
 long const rs = 8;
 long const margin = 12;
 
-MathInfo::Settings settings()
-{
-    MathInfo::Settings s;
-    s.font = Font(u"Times New Roman", 480, false, false);
-    s.displaystyle = true;
-    s.slanted_identifiers = true;
-    return s;
-}
-
 struct Band
 {
     int left, top, right, bottom;
@@ -64,7 +56,7 @@ TEST(TablePng, MatrixWithLinesAndFrame)
     table->append(b.ident(u"e"));
 
     Qt_Pixmap_Canvas gauge(Extension(0, 0, 1, 1), nullptr, dpi);
-    MathNodeContext measuring(GlyphContext(nullptr, nullptr, &gauge, nullptr), nullptr, settings());
+    MathNodeContext measuring(GlyphContext(nullptr, nullptr, &gauge, nullptr), nullptr, formula_settings(true));
     std::unique_ptr<BoxTree> box(table->request(measuring, BoxTree::unconstrained));
     ASSERT_EQ(4, box->count());
     measuring.select_real_font(MathString::f_text);
@@ -76,7 +68,7 @@ TEST(TablePng, MatrixWithLinesAndFrame)
     Qt_Pixmap_Canvas canvas(Extension(0, 0, height + 2 * margin, width + 2 * margin), nullptr, dpi);
     canvas.erase(Color::white);
     canvas.antialias(false);
-    MathNodeContext drawing(GlyphContext(nullptr, nullptr, &canvas, nullptr), nullptr, settings());
+    MathNodeContext drawing(GlyphContext(nullptr, nullptr, &canvas, nullptr), nullptr, formula_settings(true));
     Point const origin(margin, margin + box->ascent());
     table->draw(drawing, AllocationTree(origin, box.get()));
     QImage const image = canvas.pixmap()->toImage();

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "font_drawing.h"
 #include "support/external_tools.h"
 #include "support/formula_builder.h"
 #include "tavi/geometry/allocationtree.h"
@@ -28,44 +29,7 @@ using namespace TaviTest;
 
 using Maker = std::function<MathNode *(FormulaBuilder &)>;
 
-// Formulas are set at 24 points in Times New Roman at 96 dpi, with identifiers slanted.
-MathInfo::Settings png_settings(bool display)
-{
-    MathInfo::Settings s;
-    s.font = Font(u"Times New Roman", 480, false, false);
-    s.displaystyle = display;
-    s.slanted_identifiers = true;
-    return s;
-}
-
 long const margin = 12;
-
-struct Rendered
-{
-    QImage image;
-    long left, top, right, bottom;  // the formula's box in the image's pixels
-};
-
-// Measures the formula on a gauge of its own, then paints it on a white pixmap with a margin all round.
-Rendered render(MathNode *root, bool display)
-{
-    MathInfo::Settings const settings = png_settings(display);
-    Qt_Pixmap_Canvas gauge(Extension(0, 0, 1, 1), nullptr, 0);
-    MathNodeContext measuring(GlyphContext(nullptr, nullptr, &gauge, nullptr), nullptr, settings);
-    std::unique_ptr<BoxTree> box(root->request(measuring, BoxTree::unconstrained));
-
-    Rendered out;
-    out.left = margin;
-    out.top = margin;
-    out.right = margin + box->width();
-    out.bottom = margin + box->ascent() + box->descent();
-    Qt_Pixmap_Canvas canvas(Extension(0, 0, out.bottom + margin, out.right + margin), nullptr, 0);
-    canvas.erase(Color::white);
-    MathNodeContext drawing(GlyphContext(nullptr, nullptr, &canvas, nullptr), nullptr, settings);
-    root->draw(drawing, AllocationTree(Point(margin, margin + box->ascent()), box.get()));
-    out.image = canvas.pixmap()->toImage();
-    return out;
-}
 
 // Glyph outlines stand at fractions of a pixel, and their antialiased edges may darken the pixel
 // next to a box's edge.
@@ -73,13 +37,14 @@ int const tolerance = 1;
 
 // Keeps the picture as typesetting/<name>.png and checks that it has ink inside the box and
 // none outside it (beyond the tolerance).
-void expect_ink_inside_only(Rendered const &r, std::string const &name, std::string const &formula)
+void expect_ink_inside_only(PaintedFormula const &r, std::string const &name, std::string const &formula)
 {
     ASSERT_FALSE(r.image.isNull()) << name;
     std::string const path = artefact_path("typesetting", name + ".png");
     EXPECT_TRUE(r.image.save(QString::fromStdString(path))) << path;
-    int const left = static_cast<int>(r.left) - tolerance, top = static_cast<int>(r.top) - tolerance;
-    int const right = static_cast<int>(r.right) + tolerance, bottom = static_cast<int>(r.bottom) + tolerance;
+    int const left = static_cast<int>(margin) - tolerance, top = left;
+    int const right = static_cast<int>(margin + r.box->width()) + tolerance;
+    int const bottom = static_cast<int>(margin + r.box->ascent() + r.box->descent()) + tolerance;
     long const all = count_ink(r.image, 0, 0, r.image.width(), r.image.height());
     long const inside = count_ink(r.image, left, top, right, bottom);
     EXPECT_GT(inside, 0) << name << ": " << formula;
@@ -112,8 +77,7 @@ std::string draw_case(Case const &c)
     FormulaBuilder b;
     Held<MathNode> root(c.make(b));
     std::string const formula = b.name_of(root.get());
-    Rendered const r = render(root.get(), c.display);
-    expect_ink_inside_only(r, c.name, formula);
+    expect_ink_inside_only(paint_formula(root.get(), c.display, margin), c.name, formula);
     return formula;
 }
 
@@ -174,7 +138,7 @@ TEST(TypesettingPng, FencesAroundFractionsAtEachSizeAndFromPieces)
                 FormulaBuilder b;
                 Held<MathNode> root(c.make(b));
                 Qt_Pixmap_Canvas gauge(Extension(0, 0, 1, 1), nullptr, 0);
-                MathNodeContext ctx(GlyphContext(nullptr, nullptr, &gauge, nullptr), nullptr, png_settings(display));
+                MathNodeContext ctx(GlyphContext(nullptr, nullptr, &gauge, nullptr), nullptr, formula_settings(display));
                 std::unique_ptr<BoxTree> box(root->request(ctx, BoxTree::unconstrained));
                 ASSERT_EQ(box->count(), 3);
                 wchar ch = 0;
