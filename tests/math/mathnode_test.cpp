@@ -1,14 +1,12 @@
 // MathNode and MathAtomNode: the highlight of selected nodes and the insertion-point operand, painting
-// within the damage, the subtree walks (equality, search), picking, and the caret of atoms.
+// within the damage, the subtree walks (equality, search) and the caret of atoms.
 #include "math/node_probe.h"
 #include "tavi/glyph/view.h"
-#include "tavi/math/mathdummynode.h"
 #include "tavi/math/mathexprnode.h"
 #include "tavi/math/mathidentnode.h"
 
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -141,25 +139,6 @@ TEST(MathNode, HighlightBySurfaceFlagsAndFocus)
         EXPECT_EQ(context.in_selection(), c.inside_selection) << label;
         EXPECT_EQ(context.math_node(), nullptr) << label;
     }
-}
-
-// The child whose allocation holds the point takes the pick. With the parent at (0, 50) and a box of
-// 30 x (8, 2), child i stands at (10*i + 3, 50 + 7*i) with the same box: child 0 covers x 3..33,
-// y 42..52; child 1 covers x 13..43, y 49..59.
-// Picking and the selection's place go through a walk of the drawing; the editing tests click on
-// drawn formulas. Where no selection path leads further, the node's own allocation is the selection's.
-TEST(MathNode, SelectionWithoutPathIsTheNodeItself)
-{
-    HeldProbe probe;
-    Own<MathExprNode> node(new MathExprNode(probe.get()));
-    node->append(new MathDummyNode(probe.get()));
-    Fixture f;
-    BoxTreeLeaf box(30, 8, 2);
-    AllocationTree at(Point(0, 50), &box);
-    std::unique_ptr<AllocationTree> own(node->allocate_selection(nullptr, 0, f.context, at));
-    ASSERT_NE(own, nullptr);
-    EXPECT_EQ(own->point(), Point(0, 50));
-    EXPECT_EQ(own->boxtree(), &box);
 }
 
 TEST(MathAtomNode, TextAndCaret)

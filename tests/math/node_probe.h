@@ -6,7 +6,7 @@
 //   request               a new leaf of 30 x (8, 2)
 //   allocate(i, origin)   for the unconstrained box at the origin: the point (10*i + 3, 7*i)
 //   allocate(i, other)    the point (999, 999) with the given box: the node must move it
-//   pick                  true, and the index is written down
+//   pick                  true
 #pragma once
 
 #include "support/math_fixture.h"
@@ -53,10 +53,9 @@ public:
         note("draw", context);
         in_selection_seen.push_back(context.in_selection());
     }
-    bool pick(long index, MathSelection *, MathNodeContext &context, AllocationTree const &, Point) override
+    bool pick(long, MathSelection *, MathNodeContext &context, AllocationTree const &, Point) override
     {
         note("pick", context);
-        picked.push_back(index);
         return true;
     }
 
@@ -68,7 +67,6 @@ public:
     };
     std::vector<Call> calls;
     std::vector<bool> in_selection_seen;
-    std::vector<long> picked;
     int placements = 0;
 
 private:
