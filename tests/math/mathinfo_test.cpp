@@ -78,6 +78,9 @@ SizeCase const size_cases[] = {
     // A multiplier of 0 cannot grow a negative level: taken as no scaling.
     {240, 0, 0, -1, 240},
     {240, 0, 10, 1, 10},
+    // Absurd levels end quickly without overflow: the factor stops growing at 10^9.
+    {240, 71, 160, LONG_MAX - 1, 160},
+    {240, 71, 0, LONG_MIN + 1, 2400000000L},  // 240 * 10^9 / 100
 };
 
 }  // namespace
@@ -96,18 +99,6 @@ TEST(MathInfo, RealFontSizeAtEachScriptLevel)
         EXPECT_EQ(name(f), u"Symbol");
         EXPECT_EQ(info.font(MathString::f_symbol).size(), c.base);
     }
-}
-
-TEST(MathInfo, AbsurdLevelsEndQuicklyWithoutOverflow)
-{
-    MathInfo deep(nullptr, settings(240, 71, 160));
-    deep.add_scriptlevel(LONG_MAX - 1);
-    EXPECT_EQ(deep.real_font_size(MathString::f_text), 160);
-
-    // The factor stops growing at 10^9: 240 * 10^9 / 100.
-    MathInfo shallow(nullptr, settings(240, 71, 0));
-    shallow.add_scriptlevel(LONG_MIN + 1);
-    EXPECT_EQ(shallow.real_font_size(MathString::f_text), 2400000000L);
 }
 
 TEST(MathNodeContext, MeasuresOfThePresentTextFont)

@@ -69,7 +69,7 @@ TEST(MathTableNode, ShapeAttributesRefuseWhatIsNoPositiveCount)
     }
 }
 
-TEST(MathTableNode, LineStringsThatShowNoLineAreNull)
+TEST(MathTableNode, LineStringsThatShowNoLineAreNullAndTheAttributeList)
 {
     struct Case
     {
@@ -97,11 +97,8 @@ TEST(MathTableNode, LineStringsThatShowNoLineAreNull)
     x.table->attribute(u"rowlines", u"s");
     x.table->attribute(u"rowlines", u"n");
     EXPECT_EQ(nullptr, x.table->row_lines());
-}
 
-TEST(MathTableNode, AttributeListHoldsTheShapeThenTheLines)
-{
-    TableFixture x;
+    // The attribute list holds the shape, then the lines that show.
     x.table->attribute(u"Rows", u"12");
     x.table->attribute(u"framelines", u"sss");
     std::unique_ptr<MathAttribList> list(x.table->attribute_list());

@@ -119,7 +119,7 @@ TEST(TemplateTable, GetLayoutOpTriesTheAskedFormThenInfixPrefixPostfix)
 
 // The caller gets a private copy: badness set on it stays on it, and the record keeps the form's
 // defaults (infix 0 and 0, prefix 0 and 50000).
-TEST(TemplateTable, GetLayoutOpGivesACopyWithTheCallersBadness)
+TEST(TemplateTable, GetLayoutOpGivesACopyWithTheCallersBadnessAndKeepsUnknownOperators)
 {
     TemplateTable table(nullptr);
     OpCopy plus = lookup(table, u"+", LayoutOp::infix, 7, 0);
@@ -133,13 +133,9 @@ TEST(TemplateTable, GetLayoutOpGivesACopyWithTheCallersBadness)
     // Changing a copy leaves the next copy alone.
     neg->rbadness(12.0);
     EXPECT_DOUBLE_EQ(LayoutOp::forbidden_break, lookup(table, u"-", LayoutOp::prefix)->rbadness());
-}
 
-// An unknown operator is never a miss: a plain record of the asked form joins the table for good and
-// is found again, by any form, without another record.
-TEST(TemplateTable, UnknownOperatorBecomesAPlainRecord)
-{
-    TemplateTable table(nullptr);
+    // An unknown operator is never a miss: a plain record of the asked form joins the table for good
+    // and is found again, by any form, without another record.
     OpCopy foo = lookup(table, u"foo", LayoutOp::prefix, 2, 3);
     EXPECT_EQ(std::type_index(typeid(LayoutOp)), std::type_index(typeid(*foo)));
     EXPECT_DOUBLE_EQ(2.0, foo->lbadness());
