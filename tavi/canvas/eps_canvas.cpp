@@ -6,7 +6,6 @@
 #include "tavi/geometry/rounding.h"
 
 #include <cmath>
-#include <ctime>
 #include <ios>
 #include <ostream>
 
@@ -356,13 +355,9 @@ void EPS_Canvas::put_header(char const *creator)
             << round_to_long(static_cast<float>(extension_.bottom()) / 20.0f) << '\n';
     if (creator != nullptr && *creator != '\0')
         stream_ << "%%Creator: " << creator << '\n';
-    std::time_t const now = std::time(nullptr);
-    std::tm local;
-    if (now != static_cast<std::time_t>(-1) && localtime_r(&now, &local) != nullptr) {
-        // The asctime text ends in the line end that ends the comment.
-        if (char const *date = std::asctime(&local))
-            stream_ << "%%CreationDate: " << date;
-    }
+    std::string const date = creation_date();
+    if (!date.empty())
+        stream_ << "%%CreationDate: " << date << '\n';
     stream_ << "%%EndComments\n%%BeginProlog\n";
     put_prolog();
     stream_ << "%%EndProlog\n%%Page: 1 1\n";

@@ -1,6 +1,9 @@
 // StreamCanvas: the state, metrics and answers that the SVG and EPS writers share.
 #include "tavi/canvas/streamcanvas.h"
 
+#include <cstdio>
+#include <ctime>
+
 namespace Tavi {
 
 StreamCanvas::StreamCanvas(std::ostream &stream, Extension const &extension, CharSet char_set)
@@ -18,6 +21,24 @@ StreamCanvas::StreamCanvas(std::ostream &stream, Extension const &extension, Cha
 }
 
 StreamCanvas::~StreamCanvas() = default;
+
+// asctime's own format, in the C locale whatever the process's, with the names fixed in English.
+std::string StreamCanvas::creation_date()
+{
+    static char const days[7][4] = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
+    static char const months[12][4] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                       "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+    std::time_t const now = std::time(nullptr);
+    std::tm local;
+    if (now == static_cast<std::time_t>(-1) || localtime_r(&now, &local) == nullptr)
+        return std::string();
+    if (local.tm_wday < 0 || local.tm_wday > 6 || local.tm_mon < 0 || local.tm_mon > 11)
+        return std::string();
+    char text[64];
+    std::snprintf(text, sizeof text, "%.3s %.3s%3d %.2d:%.2d:%.2d %d", days[local.tm_wday], months[local.tm_mon],
+                  local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec, 1900 + local.tm_year);
+    return text;
+}
 
 // --- Gauge: metrics come from the subclass's gauge ---
 

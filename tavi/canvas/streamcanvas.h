@@ -7,6 +7,7 @@
 #include "tavi/canvas/integralcanvas.h"
 
 #include <iosfwd>
+#include <string>
 
 namespace Tavi {
 
@@ -95,6 +96,11 @@ protected:
     // The dash of the present pen, in the file's unit.
     double dash_len() const;
     double dot_len() const;
+
+    // The local time as asctime writes it ("Sun Sep 16 01:03:52 1973"), without the line end;
+    // empty when the time cannot be had. Files are written on several threads at once, and
+    // asctime's text lives in one buffer of the process.
+    static std::string creation_date();
 
     std::ostream &stream_;
     Extension extension_;

@@ -9,7 +9,6 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
-#include <ctime>
 #include <cstring>
 #include <memory>
 #include <new>
@@ -74,24 +73,6 @@ std::ostream &operator<<(std::ostream &out, HexColor const &c)
     std::snprintf(text, sizeof text, "#%02x%02x%02x", static_cast<unsigned>(c.color.red()),
                   static_cast<unsigned>(c.color.green()), static_cast<unsigned>(c.color.blue()));
     return out << text;
-}
-
-// The asctime text of the local time, without its line end; empty when the time cannot be had.
-std::string creation_date()
-{
-    std::time_t const now = std::time(nullptr);
-    if (now == static_cast<std::time_t>(-1))
-        return std::string();
-    std::tm local;
-    if (localtime_r(&now, &local) == nullptr)
-        return std::string();
-    char const *text = std::asctime(&local);
-    if (text == nullptr)
-        return std::string();
-    std::string date(text);
-    while (!date.empty() && (date.back() == '\n' || date.back() == '\r'))
-        date.pop_back();
-    return date;
 }
 
 }  // namespace
