@@ -125,11 +125,14 @@ int run_batch(TaviRender::Options const &options, std::string const &setup)
     batch.dpi = options.dpi;
     batch.wrap_width = options.width;
     batch.threads = options.jobs;
-    ProgressBar bar(stderr, !options.quiet && isatty(STDERR_FILENO) == 1);
+    bool const show_progress = !options.quiet && isatty(STDERR_FILENO) == 1;
+    ProgressBar bar(stderr, show_progress);
     std::size_t const already_failed = inputs.size() - items.size();
-    batch.progress = [&bar, already_failed](Tavi::BatchProgress const &p) {
-        bar.update(p.done + already_failed, p.failed + already_failed, p.total + already_failed);
-    };
+    // Without a bar the calling thread is not woken for every formula.
+    if (show_progress)
+        batch.progress = [&bar, already_failed](Tavi::BatchProgress const &p) {
+            bar.update(p.done + already_failed, p.failed + already_failed, p.total + already_failed);
+        };
     Tavi::BatchReport const report = Tavi::render_formulas(items, batch);
     bar.finish();
     if (!report.error.empty())
