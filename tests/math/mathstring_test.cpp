@@ -131,6 +131,7 @@ TEST(MathString, CharacterBoundaries)
     // Symbol codes are 8-bit: no pairing there.
     MathString sym(u"\xD835\xDC00", MathString::f_symbol);
     EXPECT_EQ(sym.next_char(0), 1u);
+    EXPECT_EQ(sym.prev_char(2), 1u);
     EXPECT_EQ(sym.char_count(), 2u);
 }
 

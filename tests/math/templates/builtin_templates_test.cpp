@@ -1,6 +1,7 @@
-// The built-in templates: the accents' marks and layouts, the entry of differences and negations as
-// sums, the placeholders an entered node starts with, and the sign a sum draws before each term. (The
-// node classes show in the writer's elements, the priorities in the default setup's parentheses.)
+// The built-in templates: the accents' marks and layouts, the placeholders an entered node starts
+// with, and the sign a sum draws before each term. (The node classes show in the writer's elements,
+// the priorities in the default setup's parentheses; a difference and a negation entered as sums in
+// the typing tests.)
 #include "support/math_fixture.h"
 #include "tavi/kxt/utf.h"
 #include "tavi/geometry/allocationtree.h"
@@ -84,31 +85,6 @@ TEST(BuiltinTemplates, AccentsSetTheirMarkWithTheBase)
         Held<MathNode> entered(t->create_edit_node());
         ASSERT_NE(nullptr, entered.get());
         EXPECT_EQ(std::u16string(c.mark), entered->cat_text().str());
-    }
-}
-
-// A difference is a sum of two placeholders whose second term is negated; a negation is a sum of one
-// negated placeholder.
-TEST(BuiltinTemplates, DifferenceAndNegationAreEnteredAsSums)
-{
-    TemplateTable table(nullptr);
-    struct Case
-    {
-        wchar const *name;
-        long terms;
-        std::vector<bool> plus;
-    };
-    for (Case const &c : {Case{u"minus", 2, {true, false}}, Case{u"negate", 1, {false}}}) {
-        SCOPED_TRACE(Kxt::to_string(c.name));
-        Held<MathNode> node(table.get_template(c.name)->create_edit_node());
-        auto *sum = dynamic_cast<MathPlusNode *>(node.get());
-        ASSERT_NE(nullptr, sum);
-        EXPECT_EQ(table.get_template(u"plus"), sum->templ());
-        ASSERT_EQ(c.terms, sum->count());
-        for (long i = 0; i < c.terms; ++i) {
-            EXPECT_EQ(std::type_index(typeid(MathDummyNode)), KIND(sum->child(static_cast<int>(i))));
-            EXPECT_EQ(c.plus[static_cast<std::size_t>(i)], sum->plus_sign(static_cast<std::size_t>(i))) << i;
-        }
     }
 }
 
