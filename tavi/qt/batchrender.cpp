@@ -19,6 +19,7 @@
 #include <thread>
 
 #include "tavi/interchange/content.h"
+#include "tavi/interchange/matheditcontenthandler.h"
 #include "tavi/kxt/stream.h"
 #include "tavi/math/mathrootnode.h"
 #include "tavi/math/templates/templatetable.h"
@@ -103,6 +104,25 @@ BatchResult draw_guarded(BatchItem const &item, std::size_t index, TemplateTable
     }
 }
 
+// A table of the setup's templates; null when the setup has errors.
+std::unique_ptr<TemplateTable> read_table(std::string const &setup)
+{
+    auto table = std::make_unique<TemplateTable>(nullptr);
+    Kxt::KTmemoryStream stream(setup.data(), setup.size());
+    if (!table->init(stream))
+        return nullptr;
+    return table;
+}
+
+// x = 1 + alpha: an identifier, a number, operators and a Greek letter, in the text, number and
+// symbol fonts.
+std::string first_text_document()
+{
+    return std::string("<math xmlns=\"") + MathEditContentHandler::nameSpace() +
+           "\"><expr tmp=\"eq\"><ident>x</ident><plus><num>1</num><ident><chr nm=\"alpha\"/></ident></plus></expr>"
+           "</math>";
+}
+
 // What the workers share: the next item to take, and the counts that the calling thread reports.
 struct Run
 {
@@ -178,9 +198,8 @@ BatchReport render_formulas(std::vector<BatchItem> const &items, BatchOptions co
     // before any drawing, so that a bad setup stops the call at once.
     std::vector<std::unique_ptr<TemplateTable>> tables;
     for (std::size_t t = 0; t < threads; ++t) {
-        tables.push_back(std::make_unique<TemplateTable>(nullptr));
-        Kxt::KTmemoryStream stream(options.setup.data(), options.setup.size());
-        if (!tables.back()->init(stream)) {
+        tables.push_back(read_table(options.setup));
+        if (!tables.back()) {
             report.error = "the setup file has errors";
             for (BatchResult &r : report.results)
                 r.error = report.error;
@@ -203,6 +222,18 @@ BatchReport render_formulas(std::vector<BatchItem> const &items, BatchOptions co
                 options.progress(run.counts);
         }
     } else {
+        // Qt and the libraries under it make some process-wide tables lazily, when the first text is
+        // drawn, and not all of them safely for two threads at once (the gamma table of antialiased
+        // text on 32-bit images, QGuiApplicationPrivate::colorProfileForA32Text, is one). A small
+        // formula with text in each kind of font is drawn first, here, in the batch's own way while
+        // no worker runs yet. It has a table of its own: this thread's font cache keeps the fonts it
+        // drew with, which must not be those a worker counts.
+        {
+            std::unique_ptr<TemplateTable> const own = read_table(options.setup);
+            BatchItem const first_text{std::string(), first_text_document(), std::string(), "x = 1 + alpha"};
+            if (own)
+                draw_guarded(first_text, 0, *own, options);
+        }
         std::vector<std::thread> workers;
         workers.reserve(threads);
         for (std::size_t t = 0; t < threads; ++t)

@@ -31,7 +31,8 @@ struct BatchItem
 };
 
 // Draws the host's formula into bytes instead of the format: for a surface of the caller's own. It
-// runs on the worker threads, several at once, each with a host of its own thread.
+// runs on the worker threads, several at once, each with a host of its own thread; with more than
+// one thread it is also called once on the calling thread first, for a formula of one letter.
 using BatchRenderer = std::function<bool(RenderHost &host, QByteArray &out, std::string &error)>;
 
 struct BatchProgress
