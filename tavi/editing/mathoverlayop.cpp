@@ -37,7 +37,8 @@ bool MathOverlayOp::on_doit(MathSelection *selection)
     long const n = in->count();
     if (n == 0)
         return true;
-    long next = typeid(*replaced.get()) == typeid(MathDummyNode) ? index : index + 1;
+    MathNode const &was = *replaced.get();
+    long next = typeid(was) == typeid(MathDummyNode) ? index : index + 1;
     if (next >= n)
         next = 0;
     selection->path_push_back(next);

@@ -71,6 +71,8 @@ public:
     // Breaks this finished tree into lines no wider than the constraint's width. Answers false when
     // nothing was changed (everything already fits, or there is nothing to break).
     bool doLineWrap(MathNodeContext &context, BoxTree const &constraint);
+    // Whether the tree has any atom to set on lines: wrapping a tree without one is an index error.
+    bool hasWrapAtoms();
 
     // The constraint that sets no limit: 0x7fffffff in width, ascent and descent.
     static BoxTree const unconstrained;

@@ -365,6 +365,11 @@ void LineWrapRun::finish(BoxTree &box)
 
 }  // namespace
 
+bool BoxTree::hasWrapAtoms()
+{
+    return isAtomForWrapping() || !atoms().leaves.empty();
+}
+
 bool BoxTree::doLineWrap(MathNodeContext &context, BoxTree const &constraint)
 {
     if (isAtomForWrapping())

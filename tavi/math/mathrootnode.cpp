@@ -132,10 +132,12 @@ BoxTree *MathRootNode::request(GlyphContext &glyph_context, BoxTree const &limit
 }
 
 // The formula's tree hangs under a node of one child, and that node becomes the box of the lines: the
-// atoms get their places relative to it.
+// atoms get their places relative to it. A formula that shows nothing at all (a template with an empty
+// layout) has no atom to put on a line and stays as it is.
 void MathRootNode::wrap_lines(MathNodeContext &context, BoxTreeNode &node, BoxTreeLeaf const &limits)
 {
-    node.doLineWrap(context, limits);
+    if (node.hasWrapAtoms())
+        node.doLineWrap(context, limits);
 }
 
 AllocationTree MathRootNode::child_allocation(AllocationTree const &allocation) const

@@ -202,11 +202,13 @@ BoxTree *LayoutTable::request_cell(MathNodeContext &context, Grid const &g, std:
 }
 
 // A cell is wrapped as the only child of a node of its own, from which it is taken back with the
-// size of the wrapped lines.
+// size of the wrapped lines. A cell that shows nothing has no lines and is kept as it is.
 BoxTree *LayoutTable::wrap_cell(MathNodeContext &context, BoxTree *cell, BoxTree const &constraint)
 {
     std::unique_ptr<BoxTreeNode> holder(new BoxTreeNode(1));
     holder->setChild(0, cell);
+    if (!holder->hasWrapAtoms())
+        return holder->extractChild(0);
     holder->doLineWrap(context, constraint);
     BoxTree *wrapped = holder->extractChild(0);
     wrapped->width(holder->width());

@@ -186,7 +186,7 @@ void content_end(TemplateTable &t)
     std::size_t const slot = t.find_template(templ->type_name());
     if (slot == TemplateTable::npos)
         t.add_template(templ);
-    else if (typeid(*t.template_at(slot)) == typeid(MathTemplate))
+    else if (MathTemplate const &present = *t.template_at(slot); typeid(present) == typeid(MathTemplate))
         t.replace_template(slot, templ);
     else
         t.parse_err();

@@ -1,0 +1,37 @@
+#!/usr/bin/env bash
+# Builds the fuzzers with clang (in build-fuzz) and runs each for SECONDS (default 60) on a corpus
+# seeded from data/: the content reader from the examples, the setup reader from the default setup
+# file, character decoding from the examples' texts. New inputs found stay in build-fuzz/corpus;
+# a crash leaves its input as build-fuzz/crash-<target>-* and makes the script fail.
+#   bash scripts/fuzz.sh [SECONDS] [TARGET...]      targets: content setup charnames
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+seconds=${1:-60}
+shift || true
+targets=("$@")
+[ ${#targets[@]} -eq 0 ] && targets=(content setup charnames)
+jobs=${TAVI_JOBS:-2}
+
+cmake -S . -B build-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ \
+  -DTAVI_FUZZ=ON -DTAVI_BUILD_TESTS=OFF -DTAVI_BUILD_TOOLS=OFF -DTAVI_BUILD_BENCH=OFF -DTAVI_BUILD_SCRIPT=OFF >/dev/null
+cmake --build build-fuzz -j"$jobs" --target "${targets[@]/#/fuzz_}"
+
+export QT_QPA_PLATFORM=offscreen
+# The fuzzers' own tolerance: an input may take at most 10 s and 2 GB.
+status=0
+for t in "${targets[@]}"; do
+  corpus=build-fuzz/corpus/$t
+  mkdir -p "$corpus"
+  case $t in
+    content) cp -n data/examples/*.xml "$corpus"/ ;;
+    setup) cp -n data/mathsetup.xml "$corpus"/ ;;
+    charnames) for f in data/examples/*.xml; do grep -o '>[^<]*<' "$f" | tr -d '<>' > "$corpus/$(basename "$f" .xml).txt" || true; done ;;
+  esac
+  echo "== fuzz_$t for $seconds s"
+  if ! build-fuzz/fuzz/fuzz_$t -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 \
+      -artifact_prefix="build-fuzz/crash-$t-" -print_final_stats=1 "$corpus" 2>&1 | tail -n 25; then
+    status=1
+  fi
+done
+exit $status
