@@ -13,7 +13,7 @@ class MathRootNode;
 
 // The whole formula as one <math> element of the MathML namespace holding content markup, UTF-8.
 std::string write_content_mathml(MathRootNode &root);
-// A node and everything below it, wrapped in its own <math> element; an empty <math/> for null.
+// A node and everything below it, wrapped in its own <math> element; an empty one for null.
 std::string write_content_mathml(MathNode *node);
 
 }  // namespace Tavi

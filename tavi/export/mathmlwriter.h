@@ -13,7 +13,7 @@ class MathRootNode;
 
 // The whole formula as a UTF-8 XML document fragment: one <math> element, no XML declaration.
 std::string write_mathml(MathRootNode &root);
-// A node and everything below it, wrapped in its own <math> element; an empty <math/> for null.
+// A node and everything below it, wrapped in its own <math> element; an empty one for null.
 std::string write_mathml(MathNode *node);
 
 }  // namespace Tavi

@@ -232,12 +232,7 @@ wstring atom_text(MathNode *node)
     // A placeholder shows the empty box it is drawn as.
     if (typeid(*node) == typeid(MathDummyNode))
         return u"□";
-    MathString const &text = node->text();
-    wstring out;
-    for (std::size_t run = 0; run < text.run_count(); ++run)
-        for (std::size_t i = text.run_start(run); i < text.run_end(run); ++i)
-            out += unicode_char(text.run_font(run), text.at(i));
-    return out;
+    return unicode_text(node->text());
 }
 
 wstring in_place(Written const &child, int needed)
@@ -372,5 +367,14 @@ Written write(MathNode *node)
 }  // namespace
 
 wstring linear_text(MathNode *node) { return write(node).text; }
+
+wstring unicode_text(MathString const &text)
+{
+    wstring out;
+    for (std::size_t run = 0; run < text.run_count(); ++run)
+        for (std::size_t i = text.run_start(run); i < text.run_end(run); ++i)
+            out += unicode_char(text.run_font(run), text.at(i));
+    return out;
+}
 
 }  // namespace Tavi

@@ -9,10 +9,15 @@
 namespace Tavi {
 
 class MathNode;
+class MathString;
 
 // The node and everything below it; empty for null. Each kind of node is written by its template's
 // content name, with parentheses only where the reading would otherwise change; a kind that has no
 // pattern of its own is written as a call, "name(child, child)".
 wstring linear_text(MathNode *node);
+
+// An atom's characters in Unicode, as the linear text writes them: the symbol, extension and
+// open-face classes mapped to their Unicode characters, the entity form "&name;" where there is none.
+wstring unicode_text(MathString const &text);
 
 }  // namespace Tavi

@@ -113,6 +113,12 @@ public:
     bool associative() const { return associative_; }
     bool flatten_last() const { return flatten_last_; }
 
+    // How nodes of this kind are written when a formula is exported: a pattern per format from the
+    // setup file (docs/setup-export.md), empty where the setup file gives none.
+    enum ExportFormat { export_latex = 0, export_mathml = 1, export_cmml = 2, export_format_count = 3 };
+    wstring const &export_pattern(ExportFormat format) const { return export_patterns_[format]; }
+    void export_pattern(ExportFormat format, wstring const &pattern) { export_patterns_[format] = pattern; }
+
     // The template of comma-separated sequences.
     bool is_sequence() const;
     // Whether the child `child` of the context's node needs parentheses in a position that demands
@@ -131,6 +137,7 @@ private:
     LayoutTable *table_layout_;
     wstring type_name_;
     wstring keyword_;
+    wstring export_patterns_[export_format_count];
     TemplateAccelerator accelerator_;
     double priority_;
     std::size_t arity_;

@@ -70,6 +70,29 @@ wchar const *attribute_value(wchar const *name, wchar const **attrs, std::size_t
 
 bool is_one_of(wstring const &value, wchar const *a, wchar const *b) { return value == a || value == b; }
 
+// The export patterns of content and changecontent (docs/setup-export.md). A reader of the plain
+// grammar looks up only the attributes it knows, so these pass it by unnoticed. A pattern given, and
+// not empty, replaces the template's own.
+void read_export_patterns(Grammar::Element const &e, MathTemplate &templ)
+{
+    struct Attribute
+    {
+        wchar const *name;
+        MathTemplate::ExportFormat format;
+    };
+    static constexpr Attribute attributes[] = {
+        // name      format
+        {u"latex",  MathTemplate::export_latex},
+        {u"mathml", MathTemplate::export_mathml},
+        {u"cmml",   MathTemplate::export_cmml},
+    };
+    for (Attribute const &a : attributes) {
+        wstring const pattern = e.text(a.name, u"");
+        if (!pattern.empty())
+            templ.export_pattern(a.format, pattern);
+    }
+}
+
 // --- mathsetup: a content element must not be open around it.
 
 void check_no_template(TemplateTable &t)
@@ -171,6 +194,7 @@ void content_start(Grammar::Element const &e)
                                            static_cast<std::size_t>(dummies), assoc, flatten_last,
                                            flatten_seq, from, to, priority);
     templ->ref();
+    read_export_patterns(e, *templ);
     Grammar::current_template(t) = templ;
 }
 
@@ -240,6 +264,7 @@ void changecontent_start(Grammar::Element const &e)
         else
             t.parse_err();
     }
+    read_export_patterns(e, *templ);
 }
 
 // --- layout: holds one layout expression, which goes to the open template.
