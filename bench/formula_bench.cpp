@@ -127,14 +127,16 @@ void write_svg(benchmark::State &state, std::string const &text)
         generator.setOutputDevice(&buffer);
         generator.setResolution(TaviRender::vector_dpi);
         generator.setSize(QSize(2000, 2000));
-        QPainter painter(&generator);
-        TaviRender::Outline_Canvas canvas(&painter, Extension(0, 0, 2000, 2000));
-        if (layout)
-            host.print(&canvas);
-        else
-            host.draw(&canvas);
-        painter.end();
-        return bytes.size();
+        TaviRender::OutlineGlyphs glyphs;
+        {
+            QPainter painter(&generator);
+            TaviRender::Outline_Canvas canvas(&painter, Extension(0, 0, 2000, 2000), glyphs);
+            if (layout)
+                host.print(&canvas);
+            else
+                host.draw(&canvas);
+        }
+        return glyphs.finish(bytes).size();
     };
     draw(true);
     for (auto _ : state)

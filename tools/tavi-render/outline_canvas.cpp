@@ -1,18 +1,17 @@
-// Text as outlines: the glyphs of the painter's font, sized for the device, become one path that is
-// filled; nothing of the font itself reaches the output.
+// Text as outlines: the glyphs of the painter's font, sized for the device, are shaped and kept by the
+// glyph table; the generator gets a mark of the run in its colour and place.
 #include "tools/tavi-render/outline_canvas.h"
 
 #include <QFont>
 #include <QPainter>
-#include <QPainterPath>
 #include <QTransform>
 
 namespace TaviRender {
 
 using namespace Tavi;
 
-Outline_Canvas::Outline_Canvas(QPainter *painter, Extension const &extension)
-    : Qt_Canvas(painter, extension), text_color_(Qt::black)
+Outline_Canvas::Outline_Canvas(QPainter *painter, Extension const &extension, OutlineGlyphs &glyphs)
+    : Qt_Canvas(painter, extension), glyphs_(glyphs), text_color_(Qt::black)
 {
 }
 
@@ -37,17 +36,22 @@ void Outline_Canvas::fill_text(wchar const *text, long count, double x, double y
     if (!text || count < 1)
         return;
     // The font as the device sizes it: a point size means other pixels on a 720 dpi generator than
-    // on the screen the path would otherwise be sized for.
+    // on the screen the outlines would otherwise be sized for.
     apply_painter_font();
-    QFont const font(painter()->font(), painter()->device());
-    QPainterPath path;
-    path.addText(QPointF(0.0, 0.0), font, qstring(text, count));
+    QString const mark = QString::number(glyphs_.run(QFont(painter()->font(), painter()->device()), qstring(text, count)));
+    QPen const saved = painter()->pen();
+    painter()->setPen(text_color_);
     // A text angle turns counter-clockwise about the start of the baseline; y grows downward.
-    QTransform placement;
-    placement.translate(x, y);
-    if (text_angle() != 0)
-        placement.rotate(-static_cast<double>(text_angle()));
-    painter()->fillPath(placement.map(path), QBrush(text_color_));
+    if (text_angle() != 0) {
+        QTransform const matrix = painter()->worldTransform();
+        painter()->translate(x, y);
+        painter()->rotate(-static_cast<double>(text_angle()));
+        painter()->drawText(QPointF(0.0, 0.0), mark);
+        painter()->setWorldTransform(matrix);
+    } else {
+        painter()->drawText(QPointF(x, y), mark);
+    }
+    painter()->setPen(saved);
 }
 
 }  // namespace TaviRender

@@ -3,6 +3,7 @@
 #include "tools/tavi-render/outputs.h"
 
 #include <QBuffer>
+#include <QPainter>
 #include <QSvgGenerator>
 
 #include <cstdio>
@@ -31,10 +32,20 @@ bool render_svg(RenderHost &host, QByteArray &out)
 {
     // An image of the generator's resolution measures as the generator does.
     OutputPage const page(ink_extent(host, vector_dpi), vector_dpi);
-    QBuffer buffer(&out);
+    OutlineGlyphs glyphs;
+    QByteArray marked;
+    QBuffer buffer(&marked);
     QSvgGenerator generator;
     setup_svg(generator, buffer, page.width, page.height);
-    print_on<Outline_Canvas>(host, generator, page.extension(), page.offset, false);
+    {
+        QPainter painter(&generator);
+        Outline_Canvas canvas(&painter, page.extension(), glyphs);
+        canvas.useInheritAliasing(true);
+        canvas.printing(true);
+        canvas.translation(page.offset);
+        host.print(&canvas);
+    }
+    out = glyphs.finish(marked);
     return true;
 }
 
