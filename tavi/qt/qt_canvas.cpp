@@ -1,6 +1,7 @@
 // Qt_Canvas: measuring with QFontMetrics and drawing with a QPainter, in device pixels.
 #include "tavi/qt/qt_canvas.h"
 
+#include "tavi/canvas/dash_cutter.h"
 #include "tavi/geometry/rounding.h"
 #include "tavi/qt/cp1252_table.h"
 #include "tavi/qt/qt_fontcache.h"
@@ -94,11 +95,6 @@ QPoly qpolygon(Pt const *points, std::size_t count, Pt const &offset, bool close
         polygon.append(QPt(points[0].x + offset.x, points[0].y + offset.y));
     return polygon;
 }
-
-// A position computed along a line, in the form of the line: whole pixels, truncated, or exact.
-Point position_like(Point const &, double x, double y) { return Point(static_cast<long>(x), static_cast<long>(y)); }
-
-PointF position_like(PointF const &, double x, double y) { return PointF(x, y); }
 
 // Grey hatching anchored at the rectangle's corner, so that it does not crawl when the area moves.
 template <class QR>
@@ -697,15 +693,8 @@ QPolygonF Qt_Canvas::device(PointF const *points, std::size_t count, bool closed
 // built anew; any other brush is the painter's own.
 QBrush Qt_Canvas::current_qbrush() const { return is_black(brush_) ? qbrush(brush_) : painter_->brush(); }
 
-// Dashes are cut here, so that they run on from one line to the next as one path.
-//
-// The period P is two dash lengths D; the lit part L of each period is D for dashes and the pen's width
-// for dots. The phase φ says where the pattern stands at the start of the line: at or below 0 a lit
-// part began -φ before it; above 0 the next lit part begins φ after it. Lit parts are drawn one period
-// apart along the line, each from its start (or from the line's start while one is still lit) to L
-// beyond it; the last one is cut at the line's end. The integral form truncates every position to
-// pixels. The phase left for the next line is minus the length that remained, brought up by one period
-// when the lit part has already ended.
+// Dashes are cut here (tavi/canvas/dash_cutter.h), so that they run on from one line to the next as
+// one path.
 template <class Pt>
 void Qt_Canvas::cut_dashes(Pt const &p, Pt const &q)
 {
@@ -714,50 +703,9 @@ void Qt_Canvas::cut_dashes(Pt const &p, Pt const &q)
         return;
     }
     double const D = dash_len();
-    double const P = 2.0 * D;
     double const L = pen_.style() == Pen::dashed ? D : static_cast<double>(dot_len());
-    double const dx = static_cast<double>(q.x - p.x);
-    double const dy = static_cast<double>(q.y - p.y);
-    double const len = std::sqrt(dx * dx + dy * dy);
-    double phi = dash_phase();
-
-    // A line of at most a pixel is lit or dark as a whole.
-    if (len <= 1.0) {
-        phi -= len;
-        if (phi <= 0.0)
-            painter_->drawLine(device(p), device(q));
-        if (-L > phi)
-            phi += P;
-        dash_phase(phi);
-        return;
-    }
-
-    double x = phi * dx / len + static_cast<double>(p.x);
-    double y = phi * dy / len + static_cast<double>(p.y);
-    Pt start = phi <= 0.0 ? p : position_like(p, x, y);
-    double const ex = dx * L / len;
-    double const ey = dy * L / len;
-    double const px = dx * P / len;
-    double const py = dy * P / len;
-    double const gap = P - L;
-    double r = len - phi;
-
-    while (r >= gap) {
-        painter_->drawLine(device(start), device(position_like(p, x + ex, y + ey)));
-        r -= P;
-        x += px;
-        y += py;
-        start = position_like(p, x, y);
-    }
-    if (r > L)
-        painter_->drawLine(device(start), device(position_like(p, x + ex, y + ey)));
-    else if (r > 0.0)
-        painter_->drawLine(device(start), device(q));
-
-    phi = -r;
-    if (-L > phi)
-        phi += P;
-    dash_phase(phi);
+    dash_phase(Tavi::cut_dashes(p, q, D, L, dash_phase(),
+                                [this](Pt const &a, Pt const &b) { painter_->drawLine(device(a), device(b)); }));
 }
 
 void Qt_Canvas::line(Point p, Point q) { cut_dashes(p, q); }
