@@ -3,6 +3,7 @@
 #include "tavi/export/exportpattern.h"
 
 #include <typeinfo>
+#include <vector>
 
 #include "tavi/interchange/decimalseparator.h"
 #include "tavi/interchange/lineartext.h"
@@ -64,9 +65,8 @@ bool expand_rows(wchar const *&p, View const &view, PatternWriter &writer, std::
     auto *table = dynamic_cast<MathTableNode *>(view.node);
     wstring row;
     wstring separator;
-    if (table == nullptr || !read_group(p, row))
+    if (table == nullptr || !read_group(p, row) || (*p == u'{' && !read_group(p, separator)))
         return false;
-    read_group(p, separator);
     long const cols = table->n_cols() > 0 ? static_cast<long>(table->n_cols()) : 1;
     long const count = view.node->count();
     for (long start = 0; start < count; start += cols) {
@@ -98,7 +98,8 @@ bool expand_slot(wchar const *&p, View const &view, PatternWriter &writer, std::
     if (*p == u'*') {
         ++p;
         wstring separator;
-        read_group(p, separator);
+        if (*p == u'{' && !read_group(p, separator))
+            return false;
         for (long i = n; i < view.count; ++i) {
             if (i > n)
                 writer.append(out, Kxt::to_string(separator));
@@ -168,7 +169,28 @@ int placeholder_priority(MathLayout *layout, long index, long count)
 
 bool expand_pattern(wstring const &pattern, MathNode *node, PatternWriter &writer, std::string &out)
 {
-    return node != nullptr && expand(pattern.c_str(), View{node, 0, node->count()}, writer, out);
+    if (node == nullptr)
+        return false;
+    // Alternatives are tried in order. A "##" is a "#" of the text, not the start of "#|".
+    std::vector<wstring> alternatives(1);
+    for (std::size_t i = 0; i < pattern.size(); ++i) {
+        if (pattern[i] == u'#' && i + 1 < pattern.size() && pattern[i + 1] == u'|') {
+            alternatives.emplace_back();
+            ++i;
+            continue;
+        }
+        alternatives.back() += pattern[i];
+        if (pattern[i] == u'#' && i + 1 < pattern.size() && pattern[i + 1] == u'#')
+            alternatives.back() += pattern[++i];
+    }
+    for (wstring const &alternative : alternatives) {
+        std::string written;
+        if (expand(alternative.c_str(), View{node, 0, node->count()}, writer, written)) {
+            out += written;
+            return true;
+        }
+    }
+    return false;
 }
 
 MathNode *child_at(MathNode *parent, long index)

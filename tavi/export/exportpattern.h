@@ -8,8 +8,9 @@
 //   #R{row}{sep} a table node's rows, each written by the pattern row, in which #1 is the row's
 //                first cell; sep between two rows
 //   ##           a "#"
-// A slot that names a single child the node does not have makes the whole pattern fail, and the
-// writer falls back to its default form.
+//   #|           between two alternatives: the first that fits the node is written
+// A slot that names a single child the node does not have makes an alternative fail; when all fail,
+// the writer falls back to its default form.
 #pragma once
 
 #include <string>
@@ -32,8 +33,8 @@ public:
     virtual void append(std::string &out, std::string const &piece) { out += piece; }
 };
 
-// Writes `node` by `pattern` onto `out`; false (with `out` as it may have grown) when a slot names a
-// child that is not there or the pattern is malformed.
+// Writes `node` by the first alternative of `pattern` that fits onto `out`; false, with `out` as it
+// was, when none does (a slot names a child that is not there, or a group is not closed).
 bool expand_pattern(wstring const &pattern, MathNode *node, PatternWriter &writer, std::string &out);
 
 // Whether the layout of the node's template shows child `index` in parentheses: its placeholder asks

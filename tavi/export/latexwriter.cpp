@@ -291,9 +291,89 @@ std::string LatexWriter::node(MathNode *node)
     return out + "\\right)";
 }
 
+// The end of the group that opens at `open` (the index of its closing character), or npos: braces
+// when `open` is "{", parentheses when it is "(".
+std::size_t group_end(std::string const &tex, std::size_t open)
+{
+    char const first = tex[open];
+    char const last = first == '{' ? '}' : ')';
+    int depth = 0;
+    for (std::size_t i = open; i < tex.size(); ++i) {
+        if (tex[i] == '\\' && first == '{') {
+            ++i;  // \{ and \} are characters, not braces
+            continue;
+        }
+        if (tex[i] == first)
+            ++depth;
+        else if (tex[i] == last && --depth == 0)
+            return i;
+    }
+    return std::string::npos;
+}
+
+// Whether the text is one unit that a script may follow without braces: a letter, a number, a
+// command with at most one argument, a parenthesised group, or a \left ... \right pair.
+bool is_one_unit(std::string const &x)
+{
+    if (x.empty())
+        return false;
+    if (x.find_first_not_of("0123456789.") == std::string::npos)
+        return x.front() != '.';
+    if (x.size() == 1)
+        return is_letter(x[0]);
+    if (x.front() == '(')
+        return group_end(x, 0) == x.size() - 1;
+    // One pair of \left and \right around the whole, closed by one delimiter: a character or a command.
+    if (x.compare(0, 5, "\\left") == 0 && x.find("\\left", 1) == std::string::npos) {
+        std::size_t const right = x.find("\\right");
+        std::size_t end = right + 6;
+        if (right != std::string::npos && end < x.size() && x[end] == '\\')
+            for (++end; end < x.size() && is_letter(x[end]);)
+                ++end;
+        else if (right != std::string::npos)
+            ++end;
+        return right != std::string::npos && end == x.size();
+    }
+    if (x.front() != '\\')
+        return false;
+    std::size_t i = 1;
+    while (i < x.size() && is_letter(x[i]))
+        ++i;
+    if (i == 1)
+        return false;
+    return i == x.size() || (x[i] == '{' && group_end(x, i) == x.size() - 1);
+}
+
+// The patterns of scripts brace their base, "{#1}^{#2}", so that any base reads as one; a base that
+// is one unit needs no braces, and "{x}^{2}" becomes "x^{2}". Braces that are a command's argument
+// ("\mathbb{R}^{n}", "\frac{a}{b}") stay.
+std::string unbrace_bases(std::string const &tex)
+{
+    std::string out;
+    for (std::size_t i = 0; i < tex.size(); ++i) {
+        char const before = i > 0 ? tex[i - 1] : ' ';
+        // A group after a command, another group or a script sign is an argument.
+        bool const argument = is_letter(before) || before == '}' || before == ']' || before == '\\' ||
+                              before == '_' || before == '^';
+        std::size_t const end = tex[i] == '{' && !argument ? group_end(tex, i) : std::string::npos;
+        if (end != std::string::npos && end + 1 < tex.size() &&
+            (tex[end + 1] == '^' || tex[end + 1] == '_' || tex[end + 1] == '\''))
+        {
+            std::string const inner = tex.substr(i + 1, end - i - 1);
+            if (is_one_unit(inner)) {
+                out += unbrace_bases(inner);
+                i = end;
+                continue;
+            }
+        }
+        out += tex[i];
+    }
+    return out;
+}
+
 }  // namespace
 
-std::string write_latex(MathNode *node) { return LatexWriter().node(node); }
+std::string write_latex(MathNode *node) { return unbrace_bases(LatexWriter().node(node)); }
 
 std::string write_latex(MathRootNode &root) { return write_latex(root.child()); }
 

@@ -36,6 +36,10 @@ NamedFormat const formats[] = {
     {"pdf", ".pdf", Format::pdf},
     {"eps", ".eps", Format::eps},
     {"svg-writer", nullptr, Format::svg_writer},
+    {"mathml", ".mml", Format::mathml},
+    {"cmml", ".mml", Format::cmml},     // the suffix it writes; ".mml" is read as mathml
+    {"latex", ".tex", Format::latex},
+    {"text", ".txt", Format::text},
 };
 
 bool ends_with(std::string const &text, std::string const &end)
@@ -250,7 +254,7 @@ ParseResult parse_options(std::vector<std::string> const &arguments)
                 return result;
             o.format = format_named(v);
             if (o.format == Format::none) {
-                result.error = "unknown format '" + v + "' (png, svg, pdf, eps, svg-writer)";
+                result.error = "unknown format '" + v + "' (png, svg, pdf, eps, svg-writer, mathml, cmml, latex, text)";
                 return result;
             }
         } else if (arg == "--font-size") {
@@ -328,8 +332,9 @@ std::string usage_text()
            "\n"
            "Options:\n"
            "  -o, --output FILE    where to write; '-' or left out is standard output\n"
-           "  -f, --format NAME    png, svg, pdf, eps or svg-writer; else taken from the output's\n"
-           "                       suffix (.png, .svg, .pdf, .eps), and svg on standard output\n"
+           "  -f, --format NAME    png, svg, pdf, eps, svg-writer, mathml, cmml, latex or text; else\n"
+           "                       taken from the output's suffix (.png, .svg, .pdf, .eps, .mml,\n"
+           "                       .tex, .txt), and svg on standard output\n"
            "      --setup FILE     the setup file; else the installed default mathsetup.xml\n"
            "      --font-size PT   the text size in points (default 12)\n"
            "      --dpi N          resolution of PNG output (default 96)\n"
@@ -351,6 +356,8 @@ std::string usage_text()
            "Formats: png (Qt on a QImage), svg (Qt on a QSvgGenerator, text as outlines: needs no\n"
            "fonts to view), pdf (Qt on a QPdfWriter), eps (the EPS writer: text in the standard\n"
            "PostScript fonts, symbol-font text left out), svg-writer (the SVG writer: text as text).\n"
+           "The formula as text, not drawn: mathml (presentation MathML), cmml (content MathML),\n"
+           "latex (LaTeX with amsmath and amssymb, without math delimiters), text (the linear text).\n"
            "\n"
            "Exit status: 0 on success, 1 when the input or setup cannot be read or the output not\n"
            "written (nothing is left behind), or when any input of a batch failed (how many is\n"

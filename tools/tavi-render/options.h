@@ -15,7 +15,11 @@ enum class Format {
     svg,         // SVG drawn by Qt_Canvas on a QSvgGenerator, text as filled outlines
     pdf,         // PDF drawn by Qt_Canvas on a QPdfWriter
     eps,         // the EPS writer (Qt_EPS_Canvas)
-    svg_writer   // the SVG writer (Qt_SVG_Canvas): text as text elements
+    svg_writer,  // the SVG writer (Qt_SVG_Canvas): text as text elements
+    mathml,      // presentation MathML, written from the expression tree (no drawing)
+    cmml,        // content MathML
+    latex,       // LaTeX with amsmath
+    text         // the linear text of the clipboard, such as "(a + b)^2"
 };
 
 struct Options

@@ -8,6 +8,12 @@
 
 #include <cstdio>
 
+#include "tavi/export/contentmathmlwriter.h"
+#include "tavi/export/latexwriter.h"
+#include "tavi/export/mathmlwriter.h"
+#include "tavi/interchange/lineartext.h"
+#include "tavi/kxt/utf.h"
+#include "tavi/math/mathrootnode.h"
 #include "tavi/qt/formulaoutput.h"
 #include "tools/tavi-render/outline_canvas.h"
 #include "tools/tavi-render/render_host.h"
@@ -49,6 +55,21 @@ bool render_svg(RenderHost &host, QByteArray &out)
     return true;
 }
 
+// The formula written out in one of the text formats, with a line feed at its end.
+std::string export_text(Tavi::MathRootNode &root, Format format)
+{
+    switch (format) {
+    case Format::mathml:
+        return Tavi::write_mathml(root) + "\n";
+    case Format::cmml:
+        return Tavi::write_content_mathml(root) + "\n";
+    case Format::latex:
+        return Tavi::write_latex(root) + "\n";
+    default:
+        return Kxt::to_string(Tavi::linear_text(root.child())) + "\n";
+    }
+}
+
 }  // namespace
 
 bool render(RenderHost &host, Format format, int dpi, QByteArray &out, std::string &error)
@@ -65,6 +86,12 @@ bool render(RenderHost &host, Format format, int dpi, QByteArray &out, std::stri
         return render_formula(host, OutputFormat::eps, dpi, out, error);
     case Format::svg_writer:
         return render_formula(host, OutputFormat::svg_writer, dpi, out, error);
+    case Format::mathml:
+    case Format::cmml:
+    case Format::latex:
+    case Format::text:
+        out = QByteArray::fromStdString(export_text(*host.root(), format));
+        return true;
     case Format::none:
         break;
     }
