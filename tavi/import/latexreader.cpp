@@ -132,7 +132,7 @@ private:
 
     // The tokens up to the stop: the end of the text, a closing brace or bracket, or in a table the
     // end of a cell (&, \\, \end, \hline).
-    TokenList read_list(Stop stop)
+    TokenList read_list(Stop stop, std::size_t open_at = 0)
     {
         if (++depth_ > max_nesting)
             fail("Formula nested too deeply", i_);
@@ -141,11 +141,11 @@ private:
             skip_space();
             if (at_end()) {
                 if (stop == Stop::brace)
-                    fail("Unbalanced braces: '{' is not closed", text_.size());
+                    fail("Unbalanced braces: '{' is not closed", open_at);
                 if (stop == Stop::bracket)
-                    fail("Unbalanced brackets: '[' is not closed", text_.size());
+                    fail("Unbalanced brackets: '[' is not closed", open_at);
                 if (stop == Stop::cell)
-                    fail("Environment not ended by \\end", text_.size());
+                    fail("Environment not ended by \\end", open_at);
                 break;
             }
             char const c = text_[i_];
@@ -202,10 +202,8 @@ private:
         skip_space();
         if (at_end() || text_[i_] == '}' || text_[i_] == '&')
             fail("Missing argument of " + of, at);
-        if (text_[i_] == '{') {
-            ++i_;
-            return read_list(Stop::brace);
-        }
+        if (text_[i_] == '{')
+            return read_list(Stop::brace, i_++);
         TokenList list;
         if (!read_token(list) || list.empty())
             fail("Missing argument of " + of, at);
@@ -231,7 +229,7 @@ private:
                 return text_.substr(start, i_++ - start);
             ++i_;
         }
-        fail("Unbalanced braces: '{' is not closed", text_.size());
+        fail("Unbalanced braces: '{' is not closed", start - 1);
     }
 
     // Reads one token at `i_` into `list` (or nothing, for spacing). False at a stop that the
@@ -273,7 +271,7 @@ private:
             t.kind = Token::Kind::group;
             t.pos = pos(at);
             t.spelling = "{";
-            t.args.push_back(read_list(Stop::brace));
+            t.args.push_back(read_list(Stop::brace, at));
             list.push_back(std::move(t));
             return true;
         }
@@ -385,10 +383,8 @@ private:
             skip_space();
             TokenList index;
             bool const has_index = !at_end() && text_[i_] == '[';
-            if (has_index) {
-                ++i_;
-                index = read_list(Stop::bracket);
-            }
+            if (has_index)
+                index = read_list(Stop::bracket, i_++);
             t.args.push_back(read_argument(spelled, at));
             if (has_index)
                 t.args.push_back(std::move(index));
@@ -567,7 +563,7 @@ private:
                 hlines.back() = true;
                 skip_space();
             }
-            row.push_back(read_list(Stop::cell));
+            row.push_back(read_list(Stop::cell, at));
             if (text_[i_] == '&') {
                 ++i_;
                 continue;
