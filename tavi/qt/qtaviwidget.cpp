@@ -3,9 +3,12 @@
 
 #include <algorithm>
 
+#include <QAccessible>
 #include <QScrollBar>
+#include <QTimer>
 
 #include "tavi/glyph/view.h"
+#include "tavi/qt/qtaviaccessible.h"
 
 namespace {
 
@@ -42,6 +45,7 @@ QTaviWidget::QTaviWidget(QScrollBar *horizontal, QScrollBar *vertical, QWidget *
 {
     // Every paint covers its whole area: Qt need not clear it first.
     setAttribute(Qt::WA_OpaquePaintEvent);
+    QTaviAccessible::install();
 }
 
 QTaviWidget::~QTaviWidget() = default;
@@ -121,6 +125,24 @@ QTaviWidget::ViewImp::ViewImp(QTaviWidget *owner) : Qt_ViewImp(owner), owner_(ow
 Tavi::Scene *QTaviWidget::ViewImp::scene() const { return owner_->scene_; }
 
 void QTaviWidget::ViewImp::scene_extension_changed() { owner_->setupScrollbars(); }
+
+// The selection may be half-built while the damage is reported: its value is read afterwards, once.
+void QTaviWidget::selectionMayHaveMoved()
+{
+    if (announcePending_ || !QAccessible::isActive())
+        return;
+    announcePending_ = true;
+    QTimer::singleShot(0, this, [this] {
+        announcePending_ = false;
+        QTaviAccessible::announce(this, spokenValue_);
+    });
+}
+
+void QTaviWidget::ViewImp::damage_all()
+{
+    Qt_ViewImp::damage_all();
+    owner_->selectionMayHaveMoved();
+}
 
 void QTaviWidget::ViewImp::scroll_to(Tavi::Point corner)
 {

@@ -5,6 +5,9 @@
 //
 // Bringing a formula on screen: make the scene and join it to its SceneImp, make the view, then call
 // setupStage(scene, view), which joins the view to this widget and runs its final_construct.
+//
+// Screen readers see the widget through QTaviAccessible (qtaviaccessible.h), whose factory the
+// constructors install: the formula's spoken text, and the selection's as the value.
 #pragma once
 
 #include <QWidget>
@@ -74,6 +77,8 @@ public:
 
         Tavi::Scene *scene() const override;
         void scene_extension_changed() override;
+        // Also tells assistive technology that the selection may have moved.
+        void damage_all() override;
         // Moves the bars; the viewport follows through their signals. An axis without a bar stays.
         void scroll_to(Tavi::Point corner) override;
 
@@ -82,8 +87,14 @@ public:
     };
 
 private:
+    // Announces the spoken text of the selection to assistive technology, if it listens, once the
+    // change at hand is over.
+    void selectionMayHaveMoved();
+
     ViewImp imp_;
     Tavi::Scene *scene_;
     QScrollBar *horizontal_;
     QScrollBar *vertical_;
+    QString spokenValue_;  // the value last announced
+    bool announcePending_ = false;
 };
