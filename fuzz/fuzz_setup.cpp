@@ -1,6 +1,7 @@
 // Fuzzing the setup reader: any bytes as a setup file, read into a fresh scene's template table on top
-// of the built-in templates. Whatever the reader made of it, every example formula is then read with
-// that table, typeset and drawn: a fault of the setup file may refuse a formula, never crash.
+// of the built-in templates. A table that the reader accepts reads every example formula, which is
+// then typeset and drawn: a setup file may refuse a formula, never crash. A table whose reading
+// failed is refused by its host, as tavi-render does: its layouts may be short of their children.
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -20,7 +21,8 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const *data, std::size_t size
 {
     Tavi::FormulaScene scene;
     Kxt::KTmemoryStream stream(data, size);
-    scene.template_table()->init(stream);
+    if (!scene.template_table()->init(stream))
+        return 0;
     for (std::string const &example : TaviFuzz::examples()) {
         try {
             if (!scene.read_content(example))

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "tavi/math/charnames.h"
 
@@ -220,18 +221,30 @@ wstring MathString::text_form() const
 {
     wstring out;
     out.reserve(chars_.size());
+    std::vector<std::size_t> ampersands;  // where an ampersand stands as itself
     for (std::size_t r = 0; r < runs_.size(); ++r) {
         Font const font = run_font(r);
         for (std::size_t i = run_start(r); i < run_end(r); ++i) {
             wchar const c = chars_[i];
             Font plain = f_text;
             if (is_text_class(font) || (CharNames::plain_char(c, plain) && plain == font)) {
+                if (c == u'&')
+                    ampersands.push_back(out.size());
                 out += c;
                 continue;
             }
             wstring const entity = CharNames::entity(font, c);
             out += entity.empty() ? wstring(1, c) : entity;
         }
+    }
+    // An ampersand that the text after it would turn into the start of a name ("&" then "Re;") is
+    // written as its own name, which reads back as the same character.
+    for (auto at = ampersands.rbegin(); at != ampersands.rend(); ++at) {
+        std::size_t j = *at + 1;
+        while (j < out.size() && is_name_char(out[j]))
+            ++j;
+        if (j > *at + 1 && j < out.size() && out[j] == u';')
+            out.replace(*at, 1, u"&amp;");
     }
     return out;
 }
