@@ -94,6 +94,75 @@ TEST(RenderCli, AFailedRunLeavesAnExistingOutputAsItWas)
     EXPECT_EQ("old", read_all(out));
 }
 
+// Inputs made to hurt: each ends within the run's time allowed, in a drawing or in the system's own
+// error with status 1 and no file; outside the sanitizer builds, within 4 GB of address space.
+TEST(RenderCli, HostileInputs)
+{
+    auto nest = [](int depth, std::string const &open, std::string const &close) {
+        std::string text;
+        for (int i = 1; i < depth; ++i)
+            text += open;
+        text += "<ident>b</ident>";
+        for (int i = 1; i < depth; ++i)
+            text += close;
+        return math(text);
+    };
+    std::string const sums = "<plus><ident>a</ident>";
+    std::string const fraction = "<expr tmp=\"divide\"><ident>a</ident>";
+    std::string const script = "<expr tmp=\"power\"><ident>a</ident>";
+    std::string big = "<math " + ns + "><plus>";
+    for (long i = 0; big.size() < 10'000'000; ++i)
+        big += "<expr tmp=\"times\"><num>" + std::to_string(i) + "</num><ident>x</ident></expr>";
+    big += "</plus></math>";
+    std::string columns;
+    for (int i = 0; i < 10'000; ++i)
+        columns += "<num>" + std::to_string(i) + "</num>";
+    std::string const example = read_all(std::string(TAVI_SOURCE_DIR) + "/data/examples/quadratic-formula.xml");
+    std::string binary;
+    for (int i = 0; i < 4096; ++i)
+        binary += static_cast<char>((i * 7919 + 13) % 256);
+    struct Case
+    {
+        char const *name;
+        std::string document;
+        char const *format;
+        char const *message;   // empty: drawn
+    };
+    std::vector<Case> const cases = {
+        {"sums at the depth limit", nest(2500, sums, "</plus>"), "svg-writer", ""},
+        {"fractions at the depth limit", nest(2500, fraction, "</expr>"), "svg-writer", ""},
+        {"fractions beyond it", nest(2501, fraction, "</expr>"), "svg-writer", "nested more than 2500 deep"},
+        {"scripts far beyond it", nest(50'000, script, "</expr>"), "png", "nested more than 2500 deep"},
+        {"a 10 MB formula", big, "png", "larger than 30000 pixels"},
+        {"10,000 columns", math("<tab tmp=\"matrix\" rows=\"1\" cols=\"10000\">" + columns + "</tab>"), "svg-writer", ""},
+        {"100,000 digits", math("<num>" + std::string(100'000, '7') + "</num>"), "svg-writer", ""},
+        {"truncated", example.substr(0, example.size() / 2), "png", "tavi-render: "},
+        {"binary", binary, "png", "tavi-render: "},
+    };
+    std::string const folder = fresh_folder("hostile");
+    for (Case const &c : cases) {
+        SCOPED_TRACE(c.name);
+        std::string const in = folder + "/in.xml";
+        std::string const out = folder + "/out";
+        ASSERT_TRUE(write_text_file(in, c.document));
+        std::vector<std::string> arguments = {TAVI_RENDER_PROGRAM, in, "-f", c.format, "-o", out};
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+        arguments.insert(arguments.begin(), "--as=4294967296");
+        RenderRun const run = run_tool("prlimit", arguments);
+#else
+        RenderRun const run = run_tool(arguments.front(), {arguments.begin() + 1, arguments.end()});
+#endif
+        ASSERT_TRUE(run.started) << run.errors;
+        bool const drawn = *c.message == '\0';
+        EXPECT_EQ(drawn ? 0 : 1, run.exit_code) << run.errors.substr(0, 500);
+        EXPECT_TRUE(contains(run.errors, c.message)) << run.errors.substr(0, 500);
+        EXPECT_EQ(drawn, file_exists(out));
+        QStringList const left = QDir(QString::fromStdString(folder)).entryList({"out*"}, QDir::Files | QDir::Hidden);
+        EXPECT_EQ(drawn ? 1 : 0, static_cast<int>(left.size())) << left.join(' ').toStdString();
+        QFile::remove(QString::fromStdString(out));
+    }
+}
+
 TEST(RenderCli, BadCommandLines)
 {
     struct Case
