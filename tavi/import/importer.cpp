@@ -68,6 +68,12 @@ FormulaLanguage guess_language(std::string const &text)
         // An XML declaration or a comment may come first; the first element decides.
         std::size_t const math = text.find("<math", b);
         std::size_t const mml = text.find("<mml:math", b);
+        // The content format also reads without its namespace; its element names tell it apart.
+        static char const *const content_elements[] = {"<ident", "<num>", "<expr ", "<plus", "<plh", "<tab ",
+                                                       "<isub>", "<isup>", "<iacc "};
+        for (char const *element : content_elements)
+            if (math != std::string::npos && text.find(element, math) != std::string::npos)
+                return FormulaLanguage::content;
         if (math != std::string::npos || mml != std::string::npos)
             return FormulaLanguage::mathml;
     }

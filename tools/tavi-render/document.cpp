@@ -51,9 +51,19 @@ bool load_setup(TemplateTable &table, std::string const &path, std::string &erro
 }
 
 MathRootNode *read_formula(TemplateTable &table, std::string const &text, std::string const &source,
-                           std::string &error, std::string *messages)
+                           std::string &error, std::string *messages, FormulaLanguage const *from)
 {
-    return read_math_document(table, text, source, error, messages);
+    FormulaLanguage const language = from ? *from : guess_language(text);
+    if (language == FormulaLanguage::content)
+        return read_math_document(table, text, source, error, messages);
+    std::string content;
+    try {
+        content = to_content(language, text, table);
+    } catch (ImportError const &e) {
+        error = source + ": " + e.what();
+        return nullptr;
+    }
+    return read_math_document(table, content, source, error, messages);
 }
 
 }  // namespace TaviRender

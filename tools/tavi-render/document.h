@@ -5,6 +5,8 @@
 
 #include <string>
 
+#include "tavi/import/importer.h"
+
 namespace Tavi {
 class MathRootNode;
 class TemplateTable;
@@ -24,7 +26,10 @@ bool load_setup(Tavi::TemplateTable &table, std::string const &path, std::string
 // message has gone to the standard error stream by then). `source` names the document in messages.
 // With `messages`, the reader's own messages are gathered there, one a line, instead of going to the
 // standard error stream: a window shows them, and a formula that was read may still have some.
+// A formula in LaTeX or MathML is imported first: in the language `from` when it is given, else in
+// the one its text shows; the importer's reason names the source.
 Tavi::MathRootNode *read_formula(Tavi::TemplateTable &table, std::string const &text, std::string const &source,
-                                 std::string &error, std::string *messages = nullptr);
+                                 std::string &error, std::string *messages = nullptr,
+                                 Tavi::FormulaLanguage const *from = nullptr);
 
 }  // namespace TaviRender

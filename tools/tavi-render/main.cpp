@@ -188,7 +188,8 @@ int run(TaviRender::Options const &options)
     if (!read_input(options.input, text, error))
         return fail(error, 1);
     std::string const source = options.input == "-" ? "<stdin>" : options.input;
-    Tavi::MathRootNode *root = read_formula(table, text, source, error);
+    Tavi::MathRootNode *root =
+        read_formula(table, text, source, error, nullptr, options.from_given ? &options.from : nullptr);
     if (!root)
         return fail(error, 1);
 

@@ -257,6 +257,14 @@ ParseResult parse_options(std::vector<std::string> const &arguments)
                 result.error = "unknown format '" + v + "' (png, svg, pdf, eps, svg-writer, mathml, cmml, latex, text)";
                 return result;
             }
+        } else if (arg == "--from") {
+            if (!take(v))
+                return result;
+            if (!Tavi::parse_language(v, o.from)) {
+                result.error = "unknown input language '" + v + "' (content, latex, mathml)";
+                return result;
+            }
+            o.from_given = true;
         } else if (arg == "--font-size") {
             if (!take(v))
                 return result;
@@ -305,6 +313,10 @@ ParseResult parse_options(std::vector<std::string> const &arguments)
         result.error = batch_error(o, positional, output_given);
         if (!result.error.empty())
             return result;
+        if (o.from != Tavi::FormulaLanguage::content) {
+            result.error = "--from latex or mathml reads one formula: a batch reads the content format";
+            return result;
+        }
         o.inputs = positional;
         // Written into files named by suffix, a batch is SVG unless told, as standard output is.
         if (o.format == Format::none)
@@ -327,7 +339,8 @@ std::string usage_text()
 {
     return "Usage: tavi-render [OPTIONS] [INPUT]\n"
            "       tavi-render [OPTIONS] --output-dir DIR INPUT... [--files-from LIST]\n"
-           "Typesets a formula in the math edit content format (XML) and writes it as SVG, PDF, EPS or PNG.\n"
+           "Typesets a formula in the math edit content format (XML), LaTeX or MathML and writes it\n"
+           "as SVG, PDF, EPS or PNG.\n"
            "INPUT is a file, or standard input when it is '-' or left out.\n"
            "\n"
            "Options:\n"
@@ -336,6 +349,8 @@ std::string usage_text()
            "                       taken from the output's suffix (.png, .svg, .pdf, .eps, .mml,\n"
            "                       .tex, .txt), and svg on standard output\n"
            "      --setup FILE     the setup file; else the installed default mathsetup.xml\n"
+           "      --from LANG      the input's language: content, latex or mathml; else told by\n"
+           "                       the text (the content format's or MathML's namespace or <math>)\n"
            "      --font-size PT   the text size in points (default 12)\n"
            "      --dpi N          resolution of PNG output (default 96)\n"
            "      --width LENGTH   break the formula into lines of this width, in pt, mm, cm or in\n"

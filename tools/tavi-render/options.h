@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "tavi/import/importer.h"
+
 namespace TaviRender {
 
 // What the output is and which surface draws it.
@@ -27,6 +29,8 @@ struct Options
     std::string input = "-";        // "-" is standard input
     std::string output = "-";       // "-" is standard output
     std::string setup;              // empty: the installed default
+    bool from_given = false;        // --from: the input's language; else told by its text
+    Tavi::FormulaLanguage from = Tavi::FormulaLanguage::content;
     Format format = Format::none;
     double font_size = 12.0;        // points
     int dpi = 96;                   // PNG only
