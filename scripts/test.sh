@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds Tavi and runs every test; then builds again with
-# AddressSanitizer and UndefinedBehaviorSanitizer and runs every test once more.
+# Installs what is missing, builds Tavi and runs every test in the C locale; then builds again with
+# AddressSanitizer and UndefinedBehaviorSanitizer and runs every test once more, in a German locale
+# whose decimal separator is a comma.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -12,12 +13,12 @@ export QT_QPA_PLATFORM=offscreen
 echo "== build"
 cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTAVI_WERROR=ON >/dev/null
 cmake --build build -j"$jobs"
-echo "== tests"
-(cd build && ctest --output-on-failure -j"$jobs")
+echo "== tests (LC_ALL=C)"
+(cd build && LC_ALL=C ctest --output-on-failure -j"$jobs")
 
 echo "== sanitizer build (AddressSanitizer, UndefinedBehaviorSanitizer)"
 cmake -S . -B build-sanitize -DCMAKE_BUILD_TYPE=Debug -DTAVI_SANITIZE=ON -DTAVI_WERROR=ON \
   -DTAVI_BUILD_BENCH=OFF >/dev/null
 cmake --build build-sanitize -j"$jobs"
-echo "== tests under the sanitizers"
-(cd build-sanitize && ctest --output-on-failure -j"$jobs")
+echo "== tests under the sanitizers (LC_ALL=de_DE.UTF-8)"
+(cd build-sanitize && LC_ALL=de_DE.UTF-8 ctest --output-on-failure -j"$jobs")

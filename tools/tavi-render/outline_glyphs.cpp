@@ -8,24 +8,23 @@
 #include <QRawFont>
 #include <QTextLayout>
 
-#include <cstdio>
 
 namespace TaviRender {
 
 namespace {
 
 // Coordinates at the generator's resolution: a hundredth of a device unit is far below what shows.
+// Qt writes numbers the same in every locale (a decimal point, never a comma).
 void put_number(QByteArray &out, double v)
 {
-    char buffer[32];
-    int n = std::snprintf(buffer, sizeof buffer, "%.2f", v);
-    while (n > 0 && buffer[n - 1] == '0')
-        --n;
-    if (n > 0 && buffer[n - 1] == '.')
-        --n;
-    if (n == 2 && buffer[0] == '-' && buffer[1] == '0')
-        n = 1, buffer[0] = '0';
-    out.append(buffer, n);
+    QByteArray n = QByteArray::number(v, 'f', 2);
+    qsizetype end = n.size();
+    while (end > 0 && n[end - 1] == '0')
+        --end;
+    if (end > 0 && n[end - 1] == '.')
+        --end;
+    n.truncate(end);
+    out += n == "-0" ? QByteArray("0") : n;
 }
 
 QByteArray path_data(QPainterPath const &path)

@@ -2,6 +2,8 @@
 // erase to its end clears what a longer line left.
 #include "tools/tavi-render/progress.h"
 
+#include <QByteArray>
+
 #include <cmath>
 
 namespace TaviRender {
@@ -34,13 +36,11 @@ std::string progress_line(std::size_t done, std::size_t failed, std::size_t tota
                        std::to_string(done) + "/" + std::to_string(total);
     if (seconds > 0 && done > 0) {
         double const rate = static_cast<double>(done) / seconds;
-        char shown[32];
-        // Three figures are plenty for a slow rate, and a fast one is a whole number.
-        if (rate >= 100)
-            std::snprintf(shown, sizeof shown, "%ld", std::lround(rate));
-        else
-            std::snprintf(shown, sizeof shown, "%.3g", rate);
-        line += std::string("  ") + shown + "/s";
+        // Three figures are plenty for a slow rate, and a fast one is a whole number; the point is
+        // a point in every locale, as in the rest of what the program prints.
+        std::string const shown =
+            rate >= 100 ? std::to_string(std::lround(rate)) : QByteArray::number(rate, 'g', 3).toStdString();
+        line += "  " + shown + "/s";
         if (done < total)
             line += "  " + clock_time(static_cast<double>(total - done) / rate) + " left";
         else
