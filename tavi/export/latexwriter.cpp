@@ -143,7 +143,8 @@ bool ends_in_control_word(std::string const &text)
 // Parentheses that grow with what they hold, where that may be taller than a line.
 bool is_tall(std::string const &text)
 {
-    for (char const *command : {"\\frac", "\\begin", "\\sum", "\\prod", "\\int", "\\oint", "\\sqrt", "\\left", "\\binom"})
+    for (char const *command :
+         {"\\frac", "\\begin", "\\sum", "\\prod", "\\int", "\\oint", "\\sqrt", "\\left", "\\binom"})
         if (text.find(command) != std::string::npos)
             return true;
     return false;

@@ -1,9 +1,13 @@
 // The export writers: every example formula in presentation and content MathML that parses as XML,
 // validates against the MathML 3 DTD and is read by MathJax (when those are installed), LaTeX of
 // every example whose braces and environments balance and that needs no fallback, hand-written
-// LaTeX and content MathML for a few examples, and the pattern grammar of the setup file row by row.
+// LaTeX and content MathML for a few examples, the pattern grammar of the setup file row by row, and
+// the MathML and LaTeX that a copy puts on the system clipboard.
 #include <gtest/gtest.h>
 
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMimeData>
 #include <expat.h>
 
 #include <algorithm>
@@ -18,10 +22,15 @@
 #include "tavi/export/contentmathmlwriter.h"
 #include "tavi/export/latexwriter.h"
 #include "tavi/export/mathmlwriter.h"
+#include "tavi/interchange/clipboard.h"
 #include "tavi/interchange/content.h"
+#include "tavi/interchange/datasource.h"
+#include "tavi/interchange/hostingframe.h"
 #include "tavi/kxt/stream.h"
 #include "tavi/math/mathrootnode.h"
 #include "tavi/math/templates/templatetable.h"
+#include "tavi/qt/qt_hostingframe.h"
+#include "tavi/qt/qt_systemclipboard.h"
 
 namespace {
 
@@ -240,6 +249,28 @@ TEST_F(ExportExamples, ContentMathmlOfSomeExamples)
         EXPECT_EQ(exported(row.example).cmml, math + row.expected + "</math>") << row.example;
 }
 
+// A copied formula goes onto the system clipboard as MathML and LaTeX besides its own formats; text
+// does not.
+TEST_F(ExportExamples, CopyOffersMathmlAndLatex)
+{
+    HostingFrame *const old_frame = HostingFrame::install(&install_system_clipboard());
+    Held<MathRootNode> root(read_math_content(table, example_text("quadratic-formula")));
+    Clipboard::object().data(new MathNodeDataSource(root->child()));
+    QMimeData const *mime = QGuiApplication::clipboard()->mimeData();
+    ASSERT_NE(nullptr, mime);
+    EXPECT_EQ(mime->data("application/mathml+xml").toStdString(), write_mathml(root->child()));
+    EXPECT_EQ(mime->data("text/x-latex").toStdString(), "x = \\frac{-b \\pm \\sqrt{b^{2} - 4 a c}}{2 a}");
+    EXPECT_EQ(mime->text().toStdString(), "x = (-b ± √(b^2 - 4ac))/(2a)");
+    EXPECT_TRUE(mime->hasFormat("x-application/kalex-math-edit-content"));
+
+    Clipboard::object().data(new TextSource(u"ab"));
+    mime = QGuiApplication::clipboard()->mimeData();
+    ASSERT_NE(nullptr, mime);
+    EXPECT_FALSE(mime->hasFormat("application/mathml+xml"));
+    EXPECT_FALSE(mime->hasFormat("text/x-latex"));
+    HostingFrame::install(old_frame);
+}
+
 // A setup of two plain kinds, "f" with the patterns of the row and "g" without, and a formula.
 struct PatternRow
 {
@@ -295,8 +326,8 @@ TEST(ExportPatterns, SlotsAndFallbacks)
 
 TEST(ExportPatterns, ChangecontentGivesABuiltInKindAnotherForm)
 {
-    std::string const setup = "<mathsetup><changecontent id=\"subscript\" latex=\"#1[#2]\" cmml=\"&lt;ci>#1#2&lt;/ci>\"/>"
-                              "</mathsetup>";
+    std::string const setup =
+        "<mathsetup><changecontent id=\"subscript\" latex=\"#1[#2]\" cmml=\"&lt;ci>#1#2&lt;/ci>\"/></mathsetup>";
     TemplateTable table(nullptr);
     Kxt::KTmemoryStream stream(setup.data(), setup.size());
     ASSERT_TRUE(table.init(stream));
