@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # Builds the fuzzers with clang (in build-fuzz) and runs each for SECONDS (default 60) on a corpus
 # seeded from data/: the content reader from the examples, the setup reader from the default setup
-# file, character decoding from the examples' texts. New inputs found stay in build-fuzz/corpus;
-# a crash leaves its input as build-fuzz/crash-<target>-* and makes the script fail.
-#   bash scripts/fuzz.sh [SECONDS] [TARGET...]      targets: content setup charnames
+# file, character decoding from the examples' texts, the LaTeX importer from the examples' TeX, the
+# MathML importer from tests/import/seeds. New inputs found stay in build-fuzz/corpus; a crash leaves
+# its input as build-fuzz/crash-<target>-* and makes the script fail.
+#   bash scripts/fuzz.sh [SECONDS] [TARGET...]      targets: content setup charnames latex mathml
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -27,6 +28,8 @@ for t in "${targets[@]}"; do
     content) cp -n data/examples/*.xml "$corpus"/ ;;
     setup) cp -n data/mathsetup.xml "$corpus"/ ;;
     charnames) for f in data/examples/*.xml; do grep -o '>[^<]*<' "$f" | tr -d '<>' > "$corpus/$(basename "$f" .xml).txt" || true; done ;;
+    latex) for f in data/examples/*.xml; do sed -n '2s/^<!-- \(.*\) -->$/\1/p' "$f" > "$corpus/$(basename "$f" .xml).tex"; done ;;
+    mathml) cp -n tests/import/seeds/*.mml "$corpus"/ ;;
   esac
   echo "== fuzz_$t for $seconds s"
   if ! build-fuzz/fuzz/fuzz_$t -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 \

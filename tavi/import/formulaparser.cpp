@@ -6,11 +6,16 @@
 #include "tavi/import/formulaparser.h"
 
 #include <cctype>
+#include <typeinfo>
 
 #include "tavi/import/importer.h"
 #include "tavi/import/symbols.h"
 #include "tavi/kxt/utf.h"
+#include "tavi/math/templates/accenttemplate.h"
 #include "tavi/math/templates/mathtemplate.h"
+#include "tavi/math/templates/subscripttemplate.h"
+#include "tavi/math/templates/subsupscripttemplate.h"
+#include "tavi/math/templates/superscripttemplate.h"
 #include "tavi/math/templates/templatetable.h"
 
 namespace Tavi {
@@ -1052,8 +1057,9 @@ private:
         }
         ImportNodePtr node;
         MathTemplate *tmpl = is_function_name(name) || f.name == "operatorname" ? find(name) : nullptr;
-        if (tmpl && tmpl->type_name() != Kxt::to_ustring("apply")) {
-            if (args.size() < tmpl->arity() || (!tmpl->varying_arity() && args.size() != tmpl->arity()))
+        if (tmpl && tmpl->type_name() != Kxt::to_ustring("apply") && typeid(*tmpl) == typeid(MathTemplate) &&
+            !tmpl->table_layout()) {
+            if (!takes_operands(*tmpl, args.size()))
                 fail(f.spelling + " takes " + std::to_string(tmpl->arity()) + " argument" +
                          (tmpl->arity() == 1 ? "" : "s"),
                      f.pos);
@@ -1089,6 +1095,20 @@ std::string where(SourcePos const &pos)
     if (pos.line == 0)
         return " at column " + std::to_string(pos.column);
     return " at line " + std::to_string(pos.line) + ", column " + std::to_string(pos.column);
+}
+
+bool takes_operands(MathTemplate const &tmpl, std::size_t operands)
+{
+    std::type_info const &kind = typeid(tmpl);
+    if (kind == typeid(SubscriptTemplate) || kind == typeid(SuperscriptTemplate))
+        return operands == 2;
+    if (kind == typeid(SubSupscriptTemplate))
+        return operands == 3;
+    if (kind == typeid(AccentTemplate))
+        return operands == 1;
+    if (kind != typeid(MathTemplate) || tmpl.table_layout())
+        return false;
+    return operands >= tmpl.arity() && (tmpl.varying_arity() || operands == tmpl.arity());
 }
 
 void check_templates(ImportNode const &node, TemplateTable &table)

@@ -319,7 +319,7 @@ private:
             list.push_back(atom(std::move(node), at, spelled));
         } else if (OperatorSymbol const *op = operator_by_code(code)) {
             list.push_back(symbol(op->name, at, spelled));
-        } else if (code == 0xFFFD) {
+        } else if (code == invalid_code_point) {
             fail("Text that is not UTF-8", at);
         } else {
             auto node = ImportNode::make(ImportNode::Kind::ident);
@@ -630,6 +630,14 @@ private:
 
 TokenList read_latex_tokens(std::string const &text)
 {
+    // The content format is XML: its text holds no control characters and only whole UTF-8.
+    for (std::size_t i = 0, column = 1; i < text.size(); ++column) {
+        char32_t const code = next_code_point(text, i);
+        if (code == invalid_code_point)
+            throw ImportError("Text that is not UTF-8 at column " + std::to_string(column), 0, column);
+        if (code < 0x20 && code != '\t' && code != '\n' && code != '\r')
+            throw ImportError("A control character at column " + std::to_string(column), 0, column);
+    }
     return Lexer(text).read_all();
 }
 

@@ -907,10 +907,13 @@ private:
         if (!tmpl)
             fail("Unknown content MathML operator <" + h + ">", a.head_element->pos);
         // A table template applied to a matrix is that table (a determinant, a system).
-        if (kids.size() == 1 && kids[0]->kind == ImportNode::Kind::tab && tmpl->arity() == 0) {
+        if (kids.size() == 1 && kids[0]->kind == ImportNode::Kind::tab && tmpl->table_layout()) {
             kids[0]->name = h;
             return std::move(kids[0]);
         }
+        if (!takes_operands(*tmpl, kids.size()))
+            fail("<" + h + "> with " + std::to_string(kids.size()) + " operand" + (kids.size() == 1 ? "" : "s"),
+                 a.head_element->pos);
         return expr(h, std::move(kids), pos);
     }
 

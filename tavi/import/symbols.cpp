@@ -214,13 +214,13 @@ char32_t next_code_point(std::string const &text, std::size_t &i)
     int extra = c < 0x80 ? 0 : (c >> 5) == 6 ? 1 : (c >> 4) == 14 ? 2 : (c >> 3) == 30 ? 3 : -1;
     if (extra < 0 || i + extra >= text.size()) {
         ++i;
-        return extra == 0 ? c : 0xFFFD;
+        return extra == 0 ? c : invalid_code_point;
     }
     char32_t code = extra == 0 ? c : c & (0x3F >> extra);
     for (int k = 1; k <= extra; ++k) {
         if ((byte(i + k) & 0xC0) != 0x80) {
             ++i;
-            return 0xFFFD;
+            return invalid_code_point;
         }
         code = (code << 6) | (byte(i + k) & 0x3F);
     }

@@ -37,8 +37,11 @@ bool is_function_name(std::string const &name);
 // The capital letter of a double-struck character (ℝ, U+1D538 ...), or 0.
 char double_struck_letter(char32_t code);
 
+// What next_code_point gives for a broken sequence: no character at all.
+constexpr char32_t invalid_code_point = 0x110000;
+
 // The first character of a UTF-8 text at `i`, with `i` moved past it; a broken sequence gives
-// U+FFFD and moves by one byte.
+// invalid_code_point and moves by one byte.
 char32_t next_code_point(std::string const &text, std::size_t &i);
 void append_code_point(std::string &out, char32_t code);
 
