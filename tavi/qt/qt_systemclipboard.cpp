@@ -14,6 +14,7 @@
 
 #include "tavi/export/latexwriter.h"
 #include "tavi/export/mathmlwriter.h"
+#include "tavi/import/importer.h"
 #include "tavi/interchange/datasource.h"
 #include "tavi/interchange/lineartext.h"
 #include "tavi/qt/qt_hostingframe.h"
@@ -44,6 +45,15 @@ QString text_of(Kxt::KTmemoryStream const &stream)
     return QString::fromStdU16String(text);
 }
 
+bool is_math_format(wstring const &format) { return format == math_edit_content_format; }
+
+// Plain text that is meant as a formula rather than a word: it has a sign that only formulas use.
+// ("12" and "x" stay a number and an identifier, "hello" a string.)
+bool looks_like_formula(std::string const &text)
+{
+    return text.find_first_of("\\^_{}=+*/<>()|") != std::string::npos;
+}
+
 bool write_all(Kxt::KTstream &stream, void const *data, std::size_t size)
 {
     std::size_t written = 0;
@@ -61,12 +71,55 @@ std::size_t Qt_SystemClipboard::provides(wchar const *const *formats, std::size_
     QMimeData const *mime = clipboard != nullptr ? clipboard->mimeData() : nullptr;
     if (mime == nullptr)
         return 0;
+    std::string content;
     for (std::size_t i = 0; i < asked_.size(); ++i) {
-        bool const held = is_plain_text(asked_[i]) ? mime->hasText() : mime->hasFormat(mime_name(asked_[i]));
+        bool const held = is_plain_text(asked_[i])   ? mime->hasText()
+                          : is_math_format(asked_[i]) ? formula_content(content)
+                                                      : mime->hasFormat(mime_name(asked_[i]));
         if (held)
             return i + 1;
     }
     return 0;
+}
+
+bool Qt_SystemClipboard::formula_content(std::string &content) const
+{
+    QClipboard *clipboard = system_clipboard();
+    QMimeData const *mime = clipboard != nullptr ? clipboard->mimeData() : nullptr;
+    if (mime == nullptr)
+        return false;
+    QString const own = mime_name(math_edit_content_format);
+    if (mime->hasFormat(own)) {
+        content = mime->data(own).toStdString();
+        return true;
+    }
+    if (import_table_ == nullptr)
+        return false;
+    // Each form the clipboard holds, best first; one that does not import gives way to the next.
+    struct Offer
+    {
+        FormulaLanguage language;
+        std::string text;
+    };
+    std::vector<Offer> offers;
+    if (mime->hasFormat(QStringLiteral("application/mathml+xml")))
+        offers.push_back({FormulaLanguage::mathml, mime->data(QStringLiteral("application/mathml+xml")).toStdString()});
+    if (mime->hasFormat(QStringLiteral("text/x-latex")))
+        offers.push_back({FormulaLanguage::latex, mime->data(QStringLiteral("text/x-latex")).toStdString()});
+    if (mime->hasText()) {
+        std::string const text = mime->text().toStdString();
+        FormulaLanguage const language = guess_language(text);
+        if (language != FormulaLanguage::latex || looks_like_formula(text))
+            offers.push_back({language, text});
+    }
+    for (Offer const &offer : offers) {
+        try {
+            content = to_content(offer.language, offer.text, *import_table_);
+            return true;
+        } catch (ImportError const &) {
+        }
+    }
+    return false;
 }
 
 bool Qt_SystemClipboard::get_data(int index, Kxt::KTstream &stream)
@@ -84,6 +137,10 @@ bool Qt_SystemClipboard::get_data(int index, Kxt::KTstream &stream)
         // As TextSource writes it: the units and the terminator.
         std::u16string const text = mime->text().toStdU16String();
         return write_all(stream, text.c_str(), (text.size() + 1) * sizeof(wchar));
+    }
+    if (is_math_format(format)) {
+        std::string content;
+        return formula_content(content) && write_all(stream, content.data(), content.size());
     }
     QString const name = mime_name(format);
     if (!mime->hasFormat(name))

@@ -4,11 +4,17 @@
 // programs that know no formulas still get something to read, and as presentation MathML
 // ("application/mathml+xml") and LaTeX ("text/x-latex") for programs that do.
 //
+// Paste takes formulas from programs that know no content format too, once a host names the
+// templates to build them with (import_with): the math format is then also on offer when the
+// clipboard holds MathML ("application/mathml+xml"), LaTeX ("text/x-latex") or text that reads as
+// MathML or LaTeX, in that order after the content format itself.
+//
 // A host opts in with one call after making its QApplication:
 //     Tavi::install_system_clipboard();
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <vector>
 
 #include "tavi/interchange/clipboard.h"
@@ -18,6 +24,7 @@
 namespace Tavi {
 
 class Qt_HostingFrame;
+class TemplateTable;
 
 class Qt_SystemClipboard : public Clipboard
 {
@@ -35,10 +42,19 @@ public:
 
     static Qt_SystemClipboard &instance();
 
+    // The templates that pasted MathML and LaTeX are built from; null (the default) pastes the
+    // content format and text only. The table must outlive its use here.
+    void import_with(TemplateTable *table) { import_table_ = table; }
+
 private:
     Qt_SystemClipboard() = default;
 
+    // The clipboard's formula as content format: its own, or imported from MathML or LaTeX. False
+    // when it holds none that imports.
+    bool formula_content(std::string &content) const;
+
     mutable std::vector<wstring> asked_;
+    TemplateTable *import_table_ = nullptr;
 };
 
 // Installs, once, a Qt hosting frame whose clipboard is the system one, and answers it. Needs a
