@@ -241,8 +241,8 @@ TEST_F(ExportExamples, ContentMathmlOfSomeExamples)
                            "</apply></condition><apply><exists/><bvar><ci>δ</ci></bvar><condition><apply><gt/>"
                            "<ci>δ</ci><cn>0</cn></apply></condition><apply><implies/><apply><lt/><apply><abs/>"
                            "<apply><minus/><ci>x</ci><ci>a</ci></apply></apply><ci>δ</ci></apply><apply><lt/>"
-                           "<apply><abs/><apply><minus/><apply><csymbol>apply</csymbol><ci>f</ci><ci>x</ci></apply>"
-                           "<apply><csymbol>apply</csymbol><ci>f</ci><ci>a</ci></apply></apply></apply><ci>ε</ci>"
+                           "<apply><abs/><apply><minus/><apply><ci>f</ci><ci>x</ci></apply>"
+                           "<apply><ci>f</ci><ci>a</ci></apply></apply></apply><ci>ε</ci>"
                            "</apply></apply></apply></apply>"},
     };
     for (ExpectedExport const &row : rows)
