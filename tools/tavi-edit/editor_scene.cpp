@@ -6,6 +6,7 @@
 #include "tavi/glyph/commands.h"
 #include "tavi/math/mathnode.h"
 #include "tavi/math/mathrootnode.h"
+#include "tavi/qt/qt_systemclipboard.h"
 
 namespace TaviEdit {
 
@@ -35,14 +36,24 @@ bool EditorSelection::pastes_over_expression(Command *command) const
 
 bool EditorSelection::command_state(Command *command)
 {
+    import_with_own_templates();
     if (!pastes_over_expression(command))
         return MathSelection::command_state(command);
     command->enable(can_paste());
     return true;
 }
 
+// Pasted MathML and LaTeX are built from the templates of the window that pastes; every command
+// passes here first, so the clipboard never holds the table of a window closed since.
+void EditorSelection::import_with_own_templates()
+{
+    if (MathEditScene *scene = math_scene())
+        Qt_SystemClipboard::instance().import_with(scene->template_table());
+}
+
 bool EditorSelection::do_command(Command *command)
 {
+    import_with_own_templates();
     if (!pastes_over_expression(command))
         return MathSelection::do_command(command);
     MathEditScene *scene = math_scene();

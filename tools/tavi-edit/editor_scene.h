@@ -46,6 +46,7 @@ public:
 
 private:
     bool pastes_over_expression(Tavi::Command *command) const;
+    void import_with_own_templates();
 };
 
 class EditorSelectionMemo : public Tavi::MathSelectionMemo
