@@ -14,11 +14,19 @@ std::string hex(std::uint32_t value)
     return text;
 }
 
+// ASCII as it stands, anything else as \uXXXX.
 std::string narrow(wchar const *text, int count)
 {
     std::string s;
-    for (int i = 0; i < count; ++i)
-        s += text[i] < 0x80 ? static_cast<char>(text[i]) : '?';
+    for (int i = 0; i < count; ++i) {
+        if (text[i] < 0x80) {
+            s += static_cast<char>(text[i]);
+        } else {
+            char code[8];
+            std::snprintf(code, sizeof code, "\\u%04x", static_cast<unsigned>(text[i]));
+            s += code;
+        }
+    }
     return s;
 }
 

@@ -3,6 +3,7 @@
 
 #include "tavi/canvas/dash_cutter.h"
 #include "tavi/geometry/rounding.h"
+#include "tavi/qt/symbol_tables.h"
 #include "win/win_fontcache.h"
 
 #include <algorithm>
@@ -31,6 +32,23 @@ bool is_high_surrogate(wchar u) { return u >= 0xD800 && u < 0xDC00; }
 bool is_low_surrogate(wchar u) { return u >= 0xDC00 && u < 0xE000; }
 
 int to_int(long v) { return static_cast<int>(v); }
+
+}  // namespace
+
+// The symbol fonts whose codes are read otherwise than Adobe's, by family name as written.
+struct Win_Canvas::SymbolFamily
+{
+    char16_t const *name;
+    SymbolKind kind;
+};
+
+Win_Canvas::SymbolFamily const Win_Canvas::symbol_families[] = {
+    {u"KMT Math Ext", symbol_kmt_math_ext},
+    {u"Standard Symbols L", symbol_standard_symbols},
+    {u"OpenSymbol", symbol_open_symbol},
+};
+
+namespace {
 
 }  // namespace
 
@@ -139,6 +157,7 @@ void Win_Canvas::font(Font const &font, CharSet char_set, long angle)
     font_ = font;
     char_set_ = char_set;
     angle_ = angle;
+    symbol_kind_ = char_set == cs_symbol ? symbol_kind_of(font.name()) : symbol_adobe;
     font_changed();
 }
 
@@ -194,12 +213,38 @@ long Win_Canvas::text_angle() const { return angle_; }
 // ---------------------------------------------------------------------------------------------------
 // Measuring
 
+// A unit of the symbol set is its low byte, read for the symbol font selected: the Adobe Symbol
+// font takes the byte itself, the extension font has its glyphs on the private-use page F0xx, and
+// the URW and OpenSymbol fonts publish the characters at their Unicode code points.
+wchar Win_Canvas::symbol_code(wchar unit) const
+{
+    unsigned const byte = unit & 0xFFu;
+    switch (symbol_kind_) {
+    case symbol_kmt_math_ext:
+        return static_cast<wchar>(0xF000 | byte);
+    case symbol_standard_symbols:
+        return standard_symbols_code_points[byte];
+    case symbol_open_symbol:
+        return open_symbol_code_points[byte];
+    default:
+        return static_cast<wchar>(byte);
+    }
+}
+
+Win_Canvas::SymbolKind Win_Canvas::symbol_kind_of(wchar const *family)
+{
+    for (SymbolFamily const &f : symbol_families)
+        if (std::u16string(family) == f.name)
+            return f.kind;
+    return symbol_adobe;
+}
+
 wstring Win_Canvas::device_text(wchar const *text, long count) const
 {
     wstring s(text, static_cast<std::size_t>(count));
     if (char_set_ == cs_symbol)
         for (wchar &u : s)
-            u = static_cast<wchar>(u & 0xFF);
+            u = symbol_code(u);
     return s;
 }
 
@@ -228,7 +273,7 @@ bool Win_Canvas::get_glyph_outline(wchar const *&text, Gdi::GLYPHMETRICS *metric
 {
     unsigned code = *text++;
     if (char_set_ == cs_symbol)
-        code &= 0xFF;
+        code = symbol_code(static_cast<wchar>(code));
     else if (is_high_surrogate(static_cast<wchar>(code)) && is_low_surrogate(*text))
         code = 0x10000 + ((code - 0xD800) << 10) + (*text++ - 0xDC00);
     std::uint32_t const answer = gdi_.GetGlyphOutlineW(info_dc_, code, Gdi::ggo_metrics, metrics);
@@ -329,7 +374,7 @@ void Win_Canvas::char_bearing(wchar const *text, long &left, long &right) const
     right = 0;
     if (text == nullptr)
         return;
-    unsigned const code = char_set_ == cs_unicode ? *text : (*text & 0xFFu);
+    unsigned const code = char_set_ == cs_unicode ? *text : char_set_ == cs_symbol ? symbol_code(*text) : (*text & 0xFFu);
     Gdi::ABC abc{};
     if (!gdi_.GetCharABCWidthsW(info_dc_, code, code, &abc))
         return;

@@ -114,8 +114,9 @@ protected:
     bool get_glyph_outline(wchar const *&text, Gdi::GLYPHMETRICS *metrics) const;
     void query_ex() const;
     long dot_len() const;
-    // A run in the device's terms: symbol codes reduced to their low byte.
+    // A run in the device's terms: symbol codes read for the symbol font selected.
     wstring device_text(wchar const *text, long count) const;
+    wchar symbol_code(wchar unit) const;
     Gdi::RECT device_rect(Rect const &r) const;
     // Sets the map mode and origins of a screen context.
     void screen_mapping(Gdi::HDC dc);
@@ -158,6 +159,13 @@ protected:
     bool restored_ = false;
 
 private:
+    enum SymbolKind { symbol_adobe, symbol_kmt_math_ext, symbol_standard_symbols, symbol_open_symbol };
+    struct SymbolFamily;
+    static SymbolFamily const symbol_families[];
+    static SymbolKind symbol_kind_of(wchar const *family);
+
+    SymbolKind symbol_kind_ = symbol_adobe;
+
     // Makes the GDI object of a brush: solid, or hatched by its fill style.
     Gdi::HBRUSH make_brush(Brush const &brush);
     // Moves the offset with the translation, whichever setter changed it.

@@ -2,8 +2,18 @@
 #include "tavi/interchange/decimalseparator.h"
 
 #include <clocale>
+#ifdef _WIN32
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <windows.h>
+#else
 #include <langinfo.h>
 #include <locale.h>
+#endif
 
 namespace Tavi {
 
@@ -18,6 +28,16 @@ namespace {
 // process's LC_NUMERIC for the look (setlocale) would, for that moment, change how every other
 // thread formats and parses numbers: a formula written on one thread could get commas in its SVG
 // coordinates while another thread read its first formula.
+#ifdef _WIN32
+// Windows keeps the user's numbers in the user's locale settings.
+wchar read_user_separator()
+{
+    char separator[8] = {};
+    if (GetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, separator, sizeof separator) == 0)
+        return u'.';
+    return decimal_separator_of(separator);
+}
+#else
 wchar read_user_separator()
 {
     locale_t const user = newlocale(LC_NUMERIC_MASK, "", locale_t(0));
@@ -27,6 +47,7 @@ wchar read_user_separator()
     freelocale(user);
     return separator;
 }
+#endif
 
 }  // namespace
 

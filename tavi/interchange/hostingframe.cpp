@@ -5,7 +5,11 @@
 #include <iostream>
 
 #include "tavi/kxt/utf.h"
+#ifdef TAVI_WITHOUT_QT
+#include "tavi/interchange/memoryclipboard.h"
+#else
 #include "tavi/qt/qt_clipboard.h"
+#endif
 
 namespace Tavi {
 
@@ -31,7 +35,16 @@ HostingFrame *HostingFrame::install(HostingFrame *frame)
     return installed_frame.exchange(frame, std::memory_order_acq_rel);
 }
 
-Clipboard &DefaultHostingFrame::clipboard() { return Qt_Clipboard::instance(); }
+// A build without Qt (the Windows build of the GDI canvases) keeps its clipboard in the process.
+Clipboard &DefaultHostingFrame::clipboard()
+{
+#ifdef TAVI_WITHOUT_QT
+    static MemoryClipboard clipboard;
+    return clipboard;
+#else
+    return Qt_Clipboard::instance();
+#endif
+}
 
 void DefaultHostingFrame::message(wchar const *text, wchar const *caption, MessageType type)
 {

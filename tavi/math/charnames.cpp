@@ -262,8 +262,6 @@ bool is_one_of(char const *set, wchar code)
     return code < 128 && code != 0 && std::strchr(set, static_cast<char>(code)) != nullptr;
 }
 
-CharNameIndex shared_index;
-
 }  // namespace
 
 // ---- CharNames ----
@@ -386,8 +384,11 @@ bool CharNames::plain_char(wchar code, MathString::Font &font)
 
 // ---- CharNameIndex ----
 
+// Made at first use: a mutex is not a constant on every system (MinGW's is not), so a global index
+// could be reached by another file's static initialisers before its own initialisation.
 CharNameIndex &CharNameIndex::shared()
 {
+    static CharNameIndex shared_index;
     return shared_index;
 }
 

@@ -72,7 +72,7 @@ public:
 class CharNameIndex
 {
 public:
-    constexpr CharNameIndex() = default;
+    CharNameIndex() = default;
     CharNameIndex(CharNameIndex const &) = delete;
     CharNameIndex &operator=(CharNameIndex const &) = delete;
 

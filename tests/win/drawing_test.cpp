@@ -1,15 +1,9 @@
-// Win_* canvases: pens and brushes that cannot be made, hatches, dashes cut as Qt_Canvas cuts them,
-// the font cache, measuring and the metafile's text.
+// Win_* canvases: pens and brushes that cannot be made, hatches, the font cache, measuring and the
+// metafile's text.
 #include "tests/win/win_fixture.h"
 
-#include "tavi/qt/qt_canvas.h"
-#include "tests/qt/paint_recorder.h"
 #include "win/win_draw_canvas.h"
 #include "win/win_metafile_canvas.h"
-
-#include <QPainter>
-
-#include <cstdio>
 
 using namespace Tavi;
 using Strings = std::vector<std::string>;
@@ -19,26 +13,6 @@ namespace TaviTest {
 namespace {
 
 Extension const area(0, 0, 300, 400);
-
-// The segments a chain of lines leaves, as "x1,y1-x2,y2".
-Strings segments_of(Strings const &calls)
-{
-    Strings found;
-    int x = 0;
-    int y = 0;
-    for (std::string const &call : calls) {
-        int a = 0;
-        int b = 0;
-        if (std::sscanf(call.c_str(), "MoveToEx(dc%*d,%d,%d)", &a, &b) == 2) {
-            x = a;
-            y = b;
-        } else if (std::sscanf(call.c_str(), "LineTo(dc%*d,%d,%d)", &a, &b) == 2) {
-            found.push_back(std::to_string(x) + "," + std::to_string(y) + "-" + std::to_string(a) + "," +
-                            std::to_string(b));
-        }
-    }
-    return found;
-}
 
 }  // namespace
 
@@ -98,49 +72,6 @@ TEST_F(WinCanvasTest, PensAreAlwaysSolidOnTheDeviceAndBrushesHatchByGdisStyles)
                                      "CreateHatchBrush(4,302010)=brush7",  // cross
                                      "CreateHatchBrush(5,302010)=brush8",  // diagonal cross
                                  }));
-}
-
-// The same chain of lines, pens and resolution on Qt_Canvas and on a GDI context: the same pieces.
-TEST_F(WinCanvasTest, DashesAndDotsAreCutIntoTheSameSegmentsAsOnQtCanvas)
-{
-    struct Row
-    {
-        Pen pen;
-        int dpi;
-    };
-    Row const rows[] = {
-        {Pen(1, Color::black, Pen::dashed), 96},  {Pen(0, Color::black, Pen::dotted), 96},
-        {Pen(3, Color::black, Pen::dotted), 96},  {Pen(10, Color::black, Pen::dashed), 96},
-        {Pen(1, Color::black, Pen::dashed), 300}, {Pen(2, Color::black, Pen::dotted), 300},
-    };
-    Point const chain[] = {Point(3, 4), Point(93, 4), Point(93, 61), Point(10, 100), Point(10, 100), Point(11, 100)};
-    for (Row const &row : rows) {
-        SCOPED_TRACE(std::to_string(row.pen.width()) + " at " + std::to_string(row.dpi));
-        fresh();
-        PaintRecorder device(400, 300, row.dpi);
-        Strings qt;
-        {
-            QPainter painter(&device);
-            Qt_Canvas canvas(&painter, area);
-            canvas.pen(row.pen, true);
-            for (std::size_t i = 0; i + 1 < std::size(chain); ++i)
-                canvas.line(chain[i], chain[i + 1]);
-            painter.end();
-        }
-        for (PaintOp const &o : device.ops_of(PaintOp::line))
-            qt.push_back(std::to_string(static_cast<int>(o.a.x())) + "," + std::to_string(static_cast<int>(o.a.y())) +
-                         "-" + std::to_string(static_cast<int>(o.b.x())) + "," +
-                         std::to_string(static_cast<int>(o.b.y())));
-        Gdi::HDC dc = context(row.dpi, row.dpi);
-        Win_Draw_Canvas canvas(dc, 0, 0, false, area);
-        canvas.pen(row.pen, true);
-        calls();
-        for (std::size_t i = 0; i + 1 < std::size(chain); ++i)
-            canvas.line(chain[i], chain[i + 1]);
-        Strings const gdi_segments = segments_of(calls());
-        EXPECT_GT(gdi_segments.size(), 4u);
-        EXPECT_EQ(gdi_segments, qt);
-    }
 }
 
 TEST_F(WinCanvasTest, TheFontCacheFindsEqualFontsAndMakesEachFontOnce)
@@ -251,6 +182,35 @@ TEST_F(WinCanvasTest, TextMetricsTakeTheInkOfEachGlyphAndABlankIsOneByOne)
     canvas.text_metrics(u"ag", 2, box, left, right);
     EXPECT_EQ(box, Box(20, RecordingGdi::ascent(20), 20 - RecordingGdi::ascent(20)));
     EXPECT_EQ(left + right, 0);
+}
+
+// A unit of the symbol set is its low byte, read for the symbol font in force.
+TEST_F(WinCanvasTest, SymbolCodesAreReadForTheSymbolFontSelected)
+{
+    struct Row
+    {
+        char16_t const *family;
+        char const *drawn;
+    };
+    Row const rows[] = {
+        {u"Symbol", "a"},                  // Adobe's codes as they stand
+        {u"Some Symbol Font", "a"},        // and for any font not known otherwise
+        {u"KMT Math Ext", "\\uf061"},      // the private-use page
+        {u"Standard Symbols L", "\\u03b1"},  // Unicode, by the URW table
+        {u"OpenSymbol", "\\ue0b7"},        // OpenSymbol's own letters
+    };
+    Gdi::HDC dc = context();
+    Win_Draw_Canvas canvas(dc, 0, 0, false, area);
+    for (Row const &row : rows) {
+        canvas.font(Font(row.family, 240, false, false), Gauge::cs_symbol, 0);
+        calls();
+        canvas.text(u"\u0161", 1, Point(0, 0));  // above 0xFF: the low byte counts
+        EXPECT_EQ(calls({"TextOutW"}), Strings{"TextOutW(dc1,0,0," + std::string(row.drawn) + ")"});
+    }
+    canvas.font(Font(u"KMT Math Ext", 240, false, false), Gauge::cs_unicode, 0);
+    calls();
+    canvas.text(u"\u0161", 1, Point(0, 0));
+    EXPECT_EQ(calls({"TextOutW"}), Strings{"TextOutW(dc1,0,0,\\u0161)"});
 }
 
 TEST_F(WinCanvasTest, TheMetafileNamesGenericFamiliesAndWritesTextACharacterAtATime)
