@@ -31,6 +31,31 @@ struct View
 
 bool is_digit(wchar c) { return c >= u'0' && c <= u'9'; }
 
+// Characters of the extension class that the linear text leaves in their entity form, having no
+// character of their own at text size; the exports name the character that they stand for.
+struct EntityChar
+{
+    char16_t const *entity;
+    char16_t const *unicode;
+};
+
+constexpr EntityChar entity_chars[] = {
+    // entity                        unicode
+    {u"&Hat;",                      u"^"},
+    {u"&Tilde;",                    u"~"},
+    {u"&PrincipalValueIntegral;",   u"\u2A0F"},
+    {u"&Verbar;",                   u"\u2016"},
+    {u"&OverBar;",                  u"\u203E"},
+    {u"&LeftFloor;",                u"\u230A"},
+    {u"&RightFloor;",               u"\u230B"},
+    {u"&LeftCeiling;",              u"\u2308"},
+    {u"&RightCeiling;",             u"\u2309"},
+    {u"&LeftAngleBracket;",         u"\u27E8"},
+    {u"&RightAngleBracket;",        u"\u27E9"},
+    {u"&Sqrt;",                     u"\u221A"},
+    {u"&SmallCircle;",              u"\u2218"},
+};
+
 long read_number(wchar const *&p)
 {
     long n = 0;
@@ -225,9 +250,21 @@ std::string xml_text(wstring const &text)
     return out;
 }
 
+wstring export_unicode(MathString const &string)
+{
+    wstring text = unicode_text(string);
+    for (std::size_t at = text.find(u'&'); at != wstring::npos; at = text.find(u'&', at + 1))
+        for (EntityChar const &row : entity_chars)
+            if (text.compare(at, wstring(row.entity).size(), row.entity) == 0) {
+                text.replace(at, wstring(row.entity).size(), row.unicode);
+                break;
+            }
+    return text;
+}
+
 wstring atom_unicode(MathNode *atom)
 {
-    wstring text = unicode_text(atom->text());
+    wstring text = export_unicode(atom->text());
     if (typeid(*atom) == typeid(MathNumberNode) && decimal_separator() != u'.')
         replace_first(text, decimal_separator(), u'.');
     return text;

@@ -47,6 +47,10 @@ MathNode *child_at(MathNode *parent, long index);
 // Text for XML character data and attribute values: & < > " escaped, in UTF-8.
 std::string xml_text(wstring const &text);
 
+// A text in Unicode: the linear text's characters, with the extension class's signs that it leaves
+// as "&name;" (floors, ceilings, the overbar) as the characters they stand for.
+wstring export_unicode(MathString const &text);
+
 // An atom's text in Unicode, with a number's decimal separator turned back into a point.
 wstring atom_unicode(MathNode *atom);
 

@@ -7,7 +7,6 @@
 #include <typeinfo>
 
 #include "tavi/export/exportpattern.h"
-#include "tavi/interchange/lineartext.h"
 #include "tavi/math/layout/layoutfixedplaceholder.h"
 #include "tavi/math/layout/layoutfraction.h"
 #include "tavi/math/layout/layoutlists.h"
@@ -157,7 +156,7 @@ std::string MathMLWriter::call(MathNode *node)
 
 std::string MathMLWriter::token(LayoutToken *token)
 {
-    wstring text = unicode_text(token->text());
+    wstring text = export_unicode(token->text());
     if (text.empty())
         return "";  // the invisible operators
     if (dynamic_cast<LayoutOp *>(token) != nullptr) {
