@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <typeinfo>
+#include <utility>
 #include <vector>
 
 #include "tavi/math/charnames.h"
@@ -504,7 +505,8 @@ Spoken expand(MathNode *node, Phrase const &row)
                                     is_digit(children[i].text[0]);
                 out.text += digits ? u" times " : row.separator != nullptr ? row.separator : u"";
             }
-            Spoken const child = in_place(children[static_cast<std::size_t>(i)], needed);
+            // Each child is read into one slot: its reading can be moved there.
+            Spoken child = in_place(std::move(children[static_cast<std::size_t>(i)]), needed);
             closed_tail = false;
             if (kind == u'^') {
                 out.text += exponent_text(node_i, child, closed_tail);
@@ -513,12 +515,12 @@ Spoken expand(MathNode *node, Phrase const &row)
             } else {
                 out.text += child.text;
             }
-            pending = kind == u'#' ? std::vector<wstring>() : child.owed;
+            pending = kind == u'#' ? std::vector<wstring>() : std::move(child.owed);
             last_word = child.word;
             ends_in_child = true;
         }
     }
-    out.owed = pending;
+    out.owed = std::move(pending);
     if (simple) {
         if (ends_in_child)
             out.owed.emplace_back();
@@ -548,12 +550,12 @@ Spoken read_sum(MathPlusNode *node)
         } else if (!plus) {
             out.text += u"minus ";
         }
-        Spoken const child = in_place(read(node->child(static_cast<int>(i))), sum + 1);
+        Spoken child = in_place(read(node->child(static_cast<int>(i))), sum + 1);
         out.text += child.text;
-        pending = child.owed;
+        pending = std::move(child.owed);
         out.word = node->count() == 1 && !plus && child.word;
     }
-    out.owed = pending;
+    out.owed = std::move(pending);
     return out;
 }
 
@@ -624,13 +626,13 @@ Spoken read_grid(MathTableNode *node)
                     settle(out.text, pending);
                     out.text += u", ";
                 }
-                Spoken const cell = read(node->child(static_cast<int>(r * cols + c)));
+                Spoken cell = read(node->child(static_cast<int>(r * cols + c)));
                 out.text += cell.text;
-                pending = cell.owed;
+                pending = std::move(cell.owed);
             }
         }
     }
-    out.owed = pending;
+    out.owed = std::move(pending);
     out.owed.push_back(end);
     return out;
 }

@@ -158,6 +158,27 @@ TEST(SpokenText, Readings)
     EXPECT_TRUE(spoken_text(nullptr).empty());
 }
 
+// A formula near the reader's depth limit is read to its end, each root's end said once.
+TEST(SpokenText, DeepFormula)
+{
+    int const depth = 2400;
+    std::string body = sum("++", {id("x"), num("1")});
+    for (int i = 0; i < depth; ++i)
+        body = x("sqrt", {body});
+    SetupTable s;
+    ASSERT_TRUE(s.read);
+    std::string const text = spoken(s.table, math_doc(sum("++", {body, num("2")})));
+    auto const count = [&text](std::string const &word) {
+        int n = 0;
+        for (std::size_t at = text.find(word); at != std::string::npos; at = text.find(word, at + 1))
+            ++n;
+        return n;
+    };
+    EXPECT_EQ(depth, count("the square root of"));
+    EXPECT_EQ(depth, count("end root"));
+    EXPECT_EQ(text.size() - 16, text.rfind("end root, plus 2"));
+}
+
 // Every kind of the default setup has its own phrase, but for atoms and sums, which are read by their class.
 TEST(SpokenText, EveryTemplateHasAPhrase)
 {
