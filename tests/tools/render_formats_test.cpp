@@ -38,6 +38,7 @@ TEST(RenderFormats, EachTextFormatOnStandardOutputAndInAFile)
         {"text",   "f.txt",   "E = mc^2\n"},
         {"mathml", "f.mml",   mathml + " display=\"block\"><mrow><mi>E</mi><mo>=</mo>"},
         {"cmml",   nullptr,   mathml + "><apply><eq/><ci>E</ci><apply><times/>"},
+        {"speech", nullptr,   "E equals m c squared\n"},
     };
     std::string const folder = fresh_folder("text-formats");
     for (Case const &c : cases) {

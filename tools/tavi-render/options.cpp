@@ -40,6 +40,7 @@ NamedFormat const formats[] = {
     {"cmml", ".mml", Format::cmml},     // the suffix it writes; ".mml" is read as mathml
     {"latex", ".tex", Format::latex},
     {"text", ".txt", Format::text},
+    {"speech", ".txt", Format::speech}, // the suffix it writes; ".txt" is read as text
 };
 
 bool ends_with(std::string const &text, std::string const &end)
@@ -254,7 +255,7 @@ ParseResult parse_options(std::vector<std::string> const &arguments)
                 return result;
             o.format = format_named(v);
             if (o.format == Format::none) {
-                result.error = "unknown format '" + v + "' (png, svg, pdf, eps, svg-writer, mathml, cmml, latex, text)";
+                result.error = "unknown format '" + v + "' (png, svg, pdf, eps, svg-writer, mathml, cmml, latex, text, speech)";
                 return result;
             }
         } else if (arg == "--from") {
@@ -345,9 +346,9 @@ std::string usage_text()
            "\n"
            "Options:\n"
            "  -o, --output FILE    where to write; '-' or left out is standard output\n"
-           "  -f, --format NAME    png, svg, pdf, eps, svg-writer, mathml, cmml, latex or text; else\n"
-           "                       taken from the output's suffix (.png, .svg, .pdf, .eps, .mml,\n"
-           "                       .tex, .txt), and svg on standard output\n"
+           "  -f, --format NAME    png, svg, pdf, eps, svg-writer, mathml, cmml, latex, text or\n"
+           "                       speech; else taken from the output's suffix (.png, .svg, .pdf,\n"
+           "                       .eps, .mml, .tex, .txt), and svg on standard output\n"
            "      --setup FILE     the setup file; else the installed default mathsetup.xml\n"
            "      --from LANG      the input's language: content, latex or mathml; else told by\n"
            "                       the text (the content format's or MathML's namespace or <math>)\n"
@@ -372,7 +373,8 @@ std::string usage_text()
            "fonts to view), pdf (Qt on a QPdfWriter), eps (the EPS writer: text in the standard\n"
            "PostScript fonts, symbol-font text left out), svg-writer (the SVG writer: text as text).\n"
            "The formula as text, not drawn: mathml (presentation MathML), cmml (content MathML),\n"
-           "latex (LaTeX with amsmath and amssymb, without math delimiters), text (the linear text).\n"
+           "latex (LaTeX with amsmath and amssymb, without math delimiters), text (the linear text),\n"
+           "speech (the spoken text in English words, as a screen reader would say it).\n"
            "\n"
            "Exit status: 0 on success, 1 when the input or setup cannot be read or the output not\n"
            "written (nothing is left behind), or when any input of a batch failed (how many is\n"

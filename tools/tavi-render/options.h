@@ -21,7 +21,8 @@ enum class Format {
     mathml,      // presentation MathML, written from the expression tree (no drawing)
     cmml,        // content MathML
     latex,       // LaTeX with amsmath
-    text         // the linear text of the clipboard, such as "(a + b)^2"
+    text,        // the linear text of the clipboard, such as "(a + b)^2"
+    speech       // the spoken text in English words, such as "open paren a plus b close paren squared"
 };
 
 struct Options

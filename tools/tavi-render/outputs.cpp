@@ -15,6 +15,7 @@
 #include "tavi/kxt/utf.h"
 #include "tavi/math/mathrootnode.h"
 #include "tavi/qt/formulaoutput.h"
+#include "tavi/speech/spokentext.h"
 #include "tools/tavi-render/outline_canvas.h"
 #include "tools/tavi-render/render_host.h"
 
@@ -65,6 +66,8 @@ std::string export_text(Tavi::MathRootNode &root, Format format)
         return Tavi::write_content_mathml(root) + "\n";
     case Format::latex:
         return Tavi::write_latex(root) + "\n";
+    case Format::speech:
+        return Kxt::to_string(Tavi::spoken_text(root.child())) + "\n";
     default:
         return Kxt::to_string(Tavi::linear_text(root.child())) + "\n";
     }
@@ -90,6 +93,7 @@ bool render(RenderHost &host, Format format, int dpi, QByteArray &out, std::stri
     case Format::cmml:
     case Format::latex:
     case Format::text:
+    case Format::speech:
         out = QByteArray::fromStdString(export_text(*host.root(), format));
         return true;
     case Format::none:
