@@ -20,24 +20,39 @@ void register_benchmarks()
         benchmark::RegisterBenchmark(("typeset/" + f.name).c_str(),
                                      [text](benchmark::State &s) { typeset(s, text, 0.0); });
         benchmark::RegisterBenchmark(("write_svg/" + f.name).c_str(), [text](benchmark::State &s) { write_svg(s, text); });
+        benchmark::RegisterBenchmark(("read_typeset_paint/" + f.name).c_str(),
+                                     [text](benchmark::State &s) { read_typeset_paint(s, text); });
     }
     struct Family
     {
         char const *name;
         void (*run)(benchmark::State &);
+        long largest;
     };
+    // Reading and typesetting go to 100,000 terms; the others stop at 10,000, where a run of the
+    // largest already takes seconds.
     Family const families[] = {
-        {"read/polynomial", read_polynomial},
-        {"typeset/polynomial", typeset_polynomial},
-        {"wrap/polynomial", wrap_polynomial},
-        {"write_svg/polynomial", write_svg_polynomial},
+        {"read/polynomial", read_polynomial, 100000},
+        {"typeset/polynomial", typeset_polynomial, 100000},
+        {"wrap/polynomial", wrap_polynomial, 10000},
+        {"write_svg/polynomial", write_svg_polynomial, 10000},
     };
     for (Family const &family : families)
         benchmark::RegisterBenchmark(family.name, family.run)
             ->RangeMultiplier(10)
-            ->Range(10, 10000)
+            ->Range(10, family.largest)
             ->Unit(benchmark::kMicrosecond)
             ->Complexity();
+    benchmark::RegisterBenchmark("typeset/nested_fractions", typeset_nested_fractions)
+        ->RangeMultiplier(2)
+        ->Range(100, 1600)
+        ->Unit(benchmark::kMicrosecond)
+        ->Complexity();
+    benchmark::RegisterBenchmark("heap/polynomial", heap_per_node)
+        ->Arg(1000)
+        ->Arg(100000)
+        ->Iterations(1)
+        ->Unit(benchmark::kMillisecond);
     benchmark::RegisterBenchmark("keystroke/polynomial", keystroke)
         ->ArgsProduct({{10, 100, 1000, 10000}, {0, 1, 2}})
         ->ArgNames({"terms", "caret"})

@@ -9,11 +9,16 @@
 #include <QPainter>
 #include <QSvgGenerator>
 
+#include <malloc.h>
+
+#include <algorithm>
 #include <fstream>
 #include <iostream>
 #include <iterator>
 #include <memory>
 
+#include "tavi/math/layoutmemo.h"
+#include "tavi/math/mathnode.h"
 #include "tavi/math/mathrootnode.h"
 #include "tavi/math/templates/templatetable.h"
 #include "tavi/qt/qt_canvas.h"
@@ -47,6 +52,16 @@ MathRootNode *parse(benchmark::State &state, std::string const &text)
     return root;
 }
 
+long count_nodes(MathNode *node)
+{
+    if (node == nullptr)
+        return 0;
+    long n = 1;
+    for (long i = 0; i < node->count(); ++i)
+        n += count_nodes(node->child(static_cast<int>(i)));
+    return n;
+}
+
 // An image of screen resolution that the layout measures on, as on a display.
 struct ScreenGauge
 {
@@ -76,6 +91,18 @@ std::string polynomial(long terms)
         text += "<expr tmp=\"times\"><num>" + std::to_string(i + 1) + "</num><isup><ident>x</ident><num>" +
                 std::to_string(i) + "</num></isup></expr>";
     return text + "</plus></math>";
+}
+
+std::string nested_fractions(long depth)
+{
+    std::string open;
+    std::string close;
+    for (long i = 0; i < depth; ++i) {
+        open += "<expr tmp=\"divide\"><num>1</num>";
+        close += "</expr>";
+    }
+    return "<math xmlns=\"http://www.tavi-math.org/xml/MathEditContent\">" + open + "<ident>x</ident>" + close +
+           "</math>";
 }
 
 bool load_setup()
@@ -109,8 +136,11 @@ void typeset(benchmark::State &state, std::string const &text, double wrap_point
     RenderHost host(root);
     host.wrap_width(wrap_points);
     ScreenGauge gauge;
-    for (auto _ : state)
+    // Every pass lays out anew: the boxes kept from the pass before are out of date.
+    for (auto _ : state) {
+        LayoutMemo::new_generation();
         host.typeset(&gauge.canvas);
+    }
 }
 
 void write_svg(benchmark::State &state, std::string const &text)
@@ -165,6 +195,59 @@ void write_svg_polynomial(benchmark::State &state)
 {
     write_svg(state, polynomial(state.range(0)));
     state.SetComplexityN(state.range(0));
+}
+
+void read_typeset_paint(benchmark::State &state, std::string const &text)
+{
+    // The image's size, found once: the extent a print covers.
+    Extension page;
+    {
+        MathRootNode *root = parse(state, text);
+        if (!root)
+            return;
+        RenderHost host(root);
+        ScreenGauge gauge;
+        page = host.print(&gauge.canvas);
+    }
+    int const width = static_cast<int>(std::max<long>(1, page.right()));
+    int const height = static_cast<int>(std::max<long>(1, page.bottom()));
+    for (auto _ : state) {
+        MathRootNode *root = parse(state, text);
+        if (!root)
+            return;
+        RenderHost host(root);
+        QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        Qt_Canvas canvas(&painter, Extension(0, 0, height, width));
+        host.print(&canvas);
+    }
+}
+
+void typeset_nested_fractions(benchmark::State &state)
+{
+    typeset(state, nested_fractions(state.range(0)), 0.0);
+    state.SetComplexityN(state.range(0));
+}
+
+void heap_per_node(benchmark::State &state)
+{
+    std::string const text = polynomial(state.range(0));
+    double bytes = 0;
+    long nodes = 0;
+    for (auto _ : state) {
+        std::size_t const before = mallinfo2().uordblks;
+        MathRootNode *root = parse(state, text);
+        if (!root)
+            return;
+        RenderHost host(root);
+        ScreenGauge gauge;
+        host.typeset(&gauge.canvas);
+        bytes = static_cast<double>(mallinfo2().uordblks - before);
+        nodes = count_nodes(root->child());
+    }
+    state.counters["nodes"] = static_cast<double>(nodes);
+    state.counters["bytes_per_node"] = nodes > 0 ? bytes / static_cast<double>(nodes) : 0.0;
 }
 
 }  // namespace TaviBench

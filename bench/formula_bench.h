@@ -22,6 +22,8 @@ std::vector<Formula> examples();
 
 // c0 + c1 x + c2 x^2 + ... with `terms` terms: a sum of products of a number and a power.
 std::string polynomial(long terms);
+// 1/(1/(1/...x)): fractions each in the denominator of the one before, `depth` deep.
+std::string nested_fractions(long depth);
 
 // Loads the default setup once; false (with a message) when it cannot.
 bool load_setup();
@@ -35,6 +37,13 @@ void read_polynomial(benchmark::State &state);
 void typeset_polynomial(benchmark::State &state);
 void wrap_polynomial(benchmark::State &state);
 void write_svg_polynomial(benchmark::State &state);
+// The whole of what a host does to show a formula: read, typeset for the screen and paint on an image
+// of its size.
+void read_typeset_paint(benchmark::State &state, std::string const &text);
+void typeset_nested_fractions(benchmark::State &state);
+// Read and typeset a polynomial, and report the heap that the formula keeps per node (counter
+// bytes_per_node) besides the time.
+void heap_per_node(benchmark::State &state);
 // One keystroke in an editor of a polynomial: arguments terms and where the caret is (0 first term,
 // 1 middle, 2 last).
 void keystroke(benchmark::State &state);
