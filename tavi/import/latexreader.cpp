@@ -15,7 +15,7 @@ char const *const ignored_commands[] = {
     ",", ";", ":", "!", " ", "quad", "qquad", "displaystyle", "textstyle", "scriptstyle",
     "scriptscriptstyle", "big", "Big", "bigg", "Bigg", "bigl", "bigr", "Bigl", "Bigr", "biggl",
     "biggr", "Biggl", "Biggr", "bigm", "Bigm", "limits", "nolimits", "thinspace", "medspace",
-    "thickspace", "enspace", "nonumber", "notag", "left.", "right.",
+    "thickspace", "enspace", "nonumber", "notag",
 };
 
 // Accents and the accent template each stands for ("conjugate" is a template of its own).
@@ -235,6 +235,22 @@ private:
     // Reads one token at `i_` into `list` (or nothing, for spacing). False at a stop that the
     // caller handles (a stray & or \\ outside a table raise here).
     bool read_token(TokenList &list)
+    {
+        // Arguments nest without braces too (\sqrt\sqrt x, x^^): the depth is counted per token.
+        struct Depth
+        {
+            explicit Depth(Lexer &l) : l_(l)
+            {
+                if (++l_.depth_ > max_nesting)
+                    l_.fail("Formula nested too deeply", l_.i_);
+            }
+            ~Depth() { --l_.depth_; }
+            Lexer &l_;
+        } depth(*this);
+        return read_one(list);
+    }
+
+    bool read_one(TokenList &list)
     {
         std::size_t const at = i_;
         std::size_t j = i_;

@@ -58,7 +58,14 @@ Bad const bad_inputs[] = {
     {FormulaLanguage::latex, "= 1", "Missing operand before '=' at column 1"},
     {FormulaLanguage::latex, "_1", "Script _ without a base at column 1"},
     {FormulaLanguage::latex, "  $ $ ", "An empty formula"},
-    {FormulaLanguage::latex, deep, "Formula nested too deeply at column 201"},
+    {FormulaLanguage::latex, deep, "Formula nested too deeply at column 101"},
+    {FormulaLanguage::latex, std::string(300, '(') + "x" + std::string(300, ')'), "Formula nested too deeply at column 200"},
+    {FormulaLanguage::latex, [] {
+         std::string s;
+         for (int i = 0; i < 300; ++i)
+             s += "\\sqrt";
+         return s + " x";
+     }(), "Formula nested too deeply at column 996"},
     // MathML
     {FormulaLanguage::mathml, "<math><mi>x</mi>", "Bad XML: no element found at line 1, column 17"},
     {FormulaLanguage::mathml, "<html/>", "Not a MathML document: the top element is <html> at line 1, column 1"},
