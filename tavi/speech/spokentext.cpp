@@ -44,9 +44,9 @@ constexpr int closed = 10000;  // atoms and forms read with their own beginning 
 // `simple` is read instead of `pattern` when every child from `simple_from` on is one word (an atom,
 // perhaps with an accent, a minus or a one-word subscript); when it ends with a child, a pause
 // follows it if more comes ("1 over 2, m").
-// `end` is said after the reading when more follows and its last child is more than one word, or
-// it was not read the simple way;
-// `pause` asks for a comma there after a one-word last child, or after any child when `end` is null.
+// When more follows the reading, `end` is said after it if its last child is more than one word or
+// the row has a simple form that was not used; otherwise `pause` asks for a comma there. Where the
+// pattern itself goes on with a comma or a closing parenthesis, that ends the child well enough.
 struct Phrase
 {
     wchar const *name;
