@@ -3,6 +3,7 @@
 
 #include "tavi/canvas/dash_cutter.h"
 #include "tavi/geometry/rounding.h"
+#include "tavi/qt/cp1252_table.h"
 #include "tavi/qt/symbol_tables.h"
 #include "win/win_fontcache.h"
 
@@ -374,7 +375,12 @@ void Win_Canvas::char_bearing(wchar const *text, long &left, long &right) const
     right = 0;
     if (text == nullptr)
         return;
-    unsigned const code = char_set_ == cs_unicode ? *text : char_set_ == cs_symbol ? symbol_code(*text) : (*text & 0xFFu);
+    // The wide call reads Unicode: an ANSI code goes through Windows-1252 first.
+    unsigned const code = char_set_ == cs_unicode  ? *text
+                          : char_set_ == cs_symbol ? symbol_code(*text)
+                                                   : cp1252_code_points[*text & 0xFFu];
+    if (code == 0)
+        return;
     Gdi::ABC abc{};
     if (!gdi_.GetCharABCWidthsW(info_dc_, code, code, &abc))
         return;

@@ -213,6 +213,35 @@ TEST_F(WinCanvasTest, SymbolCodesAreReadForTheSymbolFontSelected)
     EXPECT_EQ(calls({"TextOutW"}), Strings{"TextOutW(dc1,0,0,\\u0161)"});
 }
 
+TEST_F(WinCanvasTest, BearingsAreAskedForTheCharactersUnicode)
+{
+    struct Row
+    {
+        Gauge::CharSet char_set;
+        char16_t unit;
+        Strings asked;
+        long left;
+    };
+    Row const rows[] = {
+        {Gauge::cs_unicode, u'\u20ac', {"GetCharABCWidthsW(dc1,8364,8364)"}, 1},
+        {Gauge::cs_ansi, 0x180, {"GetCharABCWidthsW(dc1,8364,8364)"}, 1},  // the euro of Windows-1252
+        {Gauge::cs_ansi, 0x81, {}, 0},                                     // undefined there
+        {Gauge::cs_symbol, 0x61, {"GetCharABCWidthsW(dc1,97,97)"}, 1},
+    };
+    Gdi::HDC dc = context();
+    Win_Draw_Canvas canvas(dc, 0, 0, false, area);
+    for (Row const &row : rows) {
+        canvas.font(Font(u"Symbol", 240, false, false), row.char_set, 0);
+        calls();
+        long left = -1;
+        long right = -1;
+        canvas.char_bearing(&row.unit, left, right);
+        EXPECT_EQ(calls({"GetCharABC"}), row.asked);
+        EXPECT_EQ(left, row.left);
+        EXPECT_EQ(right, row.left);
+    }
+}
+
 TEST_F(WinCanvasTest, TheMetafileNamesGenericFamiliesAndWritesTextACharacterAtATime)
 {
     struct Row
