@@ -76,6 +76,8 @@ FormulaLanguage guess_language(std::string const &text)
                 return FormulaLanguage::content;
         if (math != std::string::npos || mml != std::string::npos)
             return FormulaLanguage::mathml;
+        // Other markup is no LaTeX either: the content reader says what it lacks.
+        return FormulaLanguage::content;
     }
     return FormulaLanguage::latex;
 }

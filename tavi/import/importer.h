@@ -13,8 +13,9 @@ class TemplateTable;
 
 enum class FormulaLanguage { content, latex, mathml };
 
-// What a text is written in: the content format by its namespace, MathML by a <math> element or
-// the MathML namespace, anything else is taken for LaTeX.
+// What a text is written in: the content format by its namespace (or, without it, by its element
+// names), MathML by a <math> element or the MathML namespace, other markup the content format, and
+// anything else LaTeX.
 FormulaLanguage guess_language(std::string const &text);
 
 // The name of a language as the command line and messages spell it ("content", "latex",
