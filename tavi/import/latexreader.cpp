@@ -567,9 +567,9 @@ private:
         t.detail = name;
         t.pos = pos(at);
         t.spelling = "\\begin{" + name + "}";
-        std::string spec;
+        std::string preamble;
         if (name == "array")
-            spec = read_raw_argument("\\begin{array}", at);
+            preamble = read_raw_argument("\\begin{array}", at);
         std::vector<bool> hlines{false};
         std::vector<TokenList> row;
         for (;;) {
@@ -604,16 +604,16 @@ private:
             t.cells.pop_back();
         else
             hlines.push_back(false);
-        table_lines(t, spec, hlines);
+        table_lines(t, preamble, hlines);
         return t;
     }
 
     // The lines of an array in the content format: one character per gap ("s" a line, "n" none,
     // one character when all gaps agree), and a full frame as "S".
-    static void table_lines(Token &t, std::string const &spec, std::vector<bool> const &hlines)
+    static void table_lines(Token &t, std::string const &preamble, std::vector<bool> const &hlines)
     {
         std::vector<bool> vlines{false};
-        for (char c : spec) {
+        for (char c : preamble) {
             if (c == '|')
                 vlines.back() = true;
             else if (c == 'c' || c == 'l' || c == 'r')
