@@ -649,7 +649,7 @@ TokenList read_latex_tokens(std::string const &text)
     // The content format is XML: its text holds no control characters and only whole UTF-8.
     for (std::size_t i = 0, column = 1; i < text.size(); ++column) {
         char32_t const code = next_code_point(text, i);
-        if (code == invalid_code_point)
+        if (code == invalid_code_point || code == 0xFFFE || code == 0xFFFF)
             throw ImportError("Text that is not UTF-8 at column " + std::to_string(column), 0, column);
         if (code < 0x20 && code != '\t' && code != '\n' && code != '\r')
             throw ImportError("A control character at column " + std::to_string(column), 0, column);

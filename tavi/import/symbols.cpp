@@ -224,6 +224,12 @@ char32_t next_code_point(std::string const &text, std::size_t &i)
         }
         code = (code << 6) | (byte(i + k) & 0x3F);
     }
+    // Overlong forms, surrogates and codes past Unicode are broken too.
+    static constexpr char32_t least[] = {0, 0x80, 0x800, 0x10000};
+    if (code < least[extra] || (code >= 0xD800 && code < 0xE000) || code > 0x10FFFF) {
+        ++i;
+        return invalid_code_point;
+    }
     i += extra + 1;
     return code;
 }

@@ -58,6 +58,8 @@ Bad const bad_inputs[] = {
     {FormulaLanguage::latex, "= 1", "Missing operand before '=' at column 1"},
     {FormulaLanguage::latex, "_1", "Script _ without a base at column 1"},
     {FormulaLanguage::latex, "  $ $ ", "An empty formula"},
+    {FormulaLanguage::latex, "x + \xF0\x85\x85\x85", "Text that is not UTF-8 at column 5"},
+    {FormulaLanguage::latex, "\\text{a\x01}", "A control character at column 8"},
     {FormulaLanguage::latex, deep, "Formula nested too deeply at column 101"},
     {FormulaLanguage::latex, std::string(300, '(') + "x" + std::string(300, ')'), "Formula nested too deeply at column 200"},
     {FormulaLanguage::latex, [] {
