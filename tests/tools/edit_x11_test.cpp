@@ -128,7 +128,13 @@ public:
     XServer(XServer const &) = delete;
     XServer &operator=(XServer const &) = delete;
 
-    ToolRun xdotool(std::vector<std::string> const &arguments) { return run_tool(find_tool("xdotool"), arguments, 20000); }
+    // xdotool reads the text it types in the locale's encoding: UTF-8 whatever the tests run in.
+    ToolRun xdotool(std::vector<std::string> const &arguments)
+    {
+        std::vector<std::string> line = {"LC_ALL=C.UTF-8", find_tool("xdotool")};
+        line.insert(line.end(), arguments.begin(), arguments.end());
+        return run_tool(find_tool("env"), line, 20000);
+    }
 
     // Starts tavi-edit on `path` and answers its window's id, or an empty string.
     std::string start_editor(std::string const &path)
