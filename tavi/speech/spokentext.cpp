@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "tavi/interchange/decimalseparator.h"
 #include "tavi/math/charnames.h"
 #include "tavi/math/mathatomnode.h"
 #include "tavi/math/mathdummynode.h"
@@ -368,6 +369,10 @@ wstring atom_text(MathNode *node)
             after_name = name;
         }
     }
+    // A number is held with the user's decimal separator; English reads a decimal point, and a
+    // comma would read as thousands.
+    if (dynamic_cast<MathNumberNode *>(node) != nullptr)
+        replace_first(out, decimal_separator(), u'.');
     return out;
 }
 
