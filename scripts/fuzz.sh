@@ -3,7 +3,8 @@
 # seeded from data/: the content reader from the examples, the setup reader from the default setup
 # file, character decoding from the examples' texts, the LaTeX importer from the examples' TeX, the
 # MathML importer from tests/import/seeds. New inputs found stay in build-fuzz/corpus; a crash leaves
-# its input as build-fuzz/crash-<target>-* and makes the script fail.
+# its input as build-fuzz/crash-<target>-* and makes the script fail. TAVI_JOBS fuzzers (default 2) run
+# side by side, each on one core.
 #   bash scripts/fuzz.sh [SECONDS] [TARGET...]      targets: content setup charnames latex mathml
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -11,7 +12,7 @@ cd "$(dirname "$0")/.."
 seconds=${1:-60}
 shift || true
 targets=("$@")
-[ ${#targets[@]} -eq 0 ] && targets=(content setup charnames)
+[ ${#targets[@]} -eq 0 ] && targets=(content setup charnames latex mathml)
 jobs=${TAVI_JOBS:-2}
 
 cmake -S . -B build-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ \
@@ -19,10 +20,9 @@ cmake -S . -B build-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_C_COMPILER=cl
 cmake --build build-fuzz -j"$jobs" --target "${targets[@]/#/fuzz_}"
 
 export QT_QPA_PLATFORM=offscreen
-# The fuzzers' own tolerance: an input may take at most 10 s and 2 GB.
-status=0
-for t in "${targets[@]}"; do
-  corpus=build-fuzz/corpus/$t
+
+seed() {
+  local t=$1 corpus=build-fuzz/corpus/$1
   mkdir -p "$corpus"
   case $t in
     content) cp -n data/examples/*.xml "$corpus"/ ;;
@@ -31,10 +31,33 @@ for t in "${targets[@]}"; do
     latex) for f in data/examples/*.xml; do sed -n '2s/^<!-- \(.*\) -->$/\1/p' "$f" > "$corpus/$(basename "$f" .xml).tex"; done ;;
     mathml) cp -n tests/import/seeds/*.mml "$corpus"/ ;;
   esac
-  echo "== fuzz_$t for $seconds s"
-  if ! build-fuzz/fuzz/fuzz_$t -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 \
-      -artifact_prefix="build-fuzz/crash-$t-" -print_final_stats=1 "$corpus" 2>&1 | tail -n 25; then
-    status=1
-  fi
+}
+
+# The fuzzers' own tolerance: an input may take at most 10 s and 2 GB.
+run() {
+  build-fuzz/fuzz/fuzz_$1 -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 \
+    -artifact_prefix="build-fuzz/crash-$1-" -print_final_stats=1 "build-fuzz/corpus/$1" > "build-fuzz/fuzz-$1.log" 2>&1
+}
+
+status=0
+for ((i = 0; i < ${#targets[@]}; i += jobs)); do
+  batch=("${targets[@]:i:jobs}")
+  pids=()
+  for t in "${batch[@]}"; do
+    seed "$t"
+    echo "== fuzz_$t for $seconds s"
+    run "$t" &
+    pids+=($!)
+  done
+  for k in "${!batch[@]}"; do
+    t=${batch[$k]}
+    if wait "${pids[$k]}"; then
+      echo "== fuzz_$t: $(grep -o 'Done [0-9]* runs in [0-9]* second(s)' "build-fuzz/fuzz-$t.log")"
+    else
+      echo "== fuzz_$t FAILED:"
+      tail -n 40 "build-fuzz/fuzz-$t.log"
+      status=1
+    fi
+  done
 done
 exit $status
