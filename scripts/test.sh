@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds Tavi and runs every test in the C locale; then builds again with
 # AddressSanitizer and UndefinedBehaviorSanitizer and runs every test once more, in a German locale
-# whose decimal separator is a comma; then runs each fuzzer for a minute.
+# whose decimal separator is a comma; then runs each fuzzer for a minute; then cross-builds the Windows
+# surfaces with MinGW-w64 and runs their tests under Wine.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -28,3 +29,6 @@ echo "== tests under the sanitizers (LC_ALL=de_DE.UTF-8)"
 
 echo "== fuzzers, a minute each (clang, libFuzzer)"
 bash scripts/fuzz.sh 60
+
+echo "== Windows surfaces (MinGW-w64, Wine)"
+bash scripts/windows-test.sh build-mingw
