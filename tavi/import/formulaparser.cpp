@@ -830,6 +830,8 @@ private:
         if (aligned) {
             // Alignment points before the relations (lhs &= rhs): each row is one equation.
             for (auto &row : rows) {
+                if (row.empty())
+                    continue;  // a row of no cells gets its placeholder below
                 TokenList joined = flat(row[0]);
                 for (std::size_t c = 1; c < row.size(); ++c)
                     joined.insert(joined.end(), flat(row[c]).begin(), flat(row[c]).end());
